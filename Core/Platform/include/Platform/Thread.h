@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstddef>
+
+namespace Platform {
+
+/// The system's id of the calling thread; constant for the thread's life.
+unsigned int CurrentThreadId();
+
+/// How many bean resolutions may nest on one thread before its stack is in danger.
+std::size_t MaximumResolutionDepth();
+
+}  // namespace Platform

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace Platform {
+
+/// Stores the text form of a new UUID: 36 characters, lower-case hexadecimal. Returns false when none can be had.
+bool CreateUuidText(std::string& text);
+
+}  // namespace Platform

@@ -1,0 +1,11 @@
+#include "Platform/Thread.h"
+
+#include <unistd.h>
+
+namespace Platform {
+
+unsigned int CurrentThreadId() { return static_cast<unsigned int>(gettid()); }
+
+std::size_t MaximumResolutionDepth() { return 1000; }
+
+}  // namespace Platform

@@ -1,0 +1,23 @@
+#pragma once
+
+/// `ZORBEL_API` marks what the library exports, `ZORBEL_INTERFACE` the classes whose type information hosts, plug-ins
+/// and the library share, `ZORBEL_LOCAL` data of the headers that each module keeps for itself (shared data would stop
+/// modules from unloading), and `ZORBEL_PLUGIN_EXPORT` what a plug-in module exports, without name decoration.
+/// Programs that take the library's objects in directly define `ZORBEL_STATIC`.
+#if defined(_WIN32)
+#if defined(ZORBEL_STATIC)
+#define ZORBEL_API
+#elif defined(ZORBEL_BUILD)
+#define ZORBEL_API __declspec(dllexport)
+#else
+#define ZORBEL_API __declspec(dllimport)
+#endif
+#define ZORBEL_INTERFACE
+#define ZORBEL_LOCAL
+#define ZORBEL_PLUGIN_EXPORT extern "C" __declspec(dllexport)
+#else
+#define ZORBEL_API __attribute__((visibility("default")))
+#define ZORBEL_INTERFACE __attribute__((visibility("default")))
+#define ZORBEL_LOCAL __attribute__((visibility("hidden")))
+#define ZORBEL_PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
