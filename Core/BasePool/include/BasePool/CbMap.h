@@ -1,0 +1,277 @@
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include "BasePool/CbKeyTraits.h"
+#include "BasePool/CbPlexManager.h"
+
+namespace CbMapTypes {
+
+/// An element of a `CbMap`; its address is constant until it is removed.
+template <class K, class V>
+struct SAssociation {
+  K key;
+  V value;
+  SAssociation* next;          ///< in iteration order; null for the last
+  SAssociation* nextInBucket;  ///< null for the last of its chain
+  std::uint64_t hash;
+};
+
+}  // namespace CbMapTypes
+
+template <class K, class V>
+struct CbTypeName<CbMapTypes::SAssociation<K, V>> {
+  static std::string Get() {
+    return "struct CbMapTypes::SAssociation" + CbTemplateArguments(CbTypeName<K>::Get() + "," + CbTypeName<V>::Get());
+  }
+};
+
+/// A hash map with exact keys and a defined order: by bucket, and within a bucket the last inserted first; growing
+/// reverses the order within the new buckets. Copying, destroying and walking follow that order.
+/// An empty map owns no storage. Thread: guarded by its owner; reading alone needs no guard.
+template <class K, class V>
+class CbMap {
+  using Pool = CbPlexManager<CbMapTypes::SAssociation<K, V>, 0, unsigned int>;
+
+ public:
+  using SAssoc = CbMapTypes::SAssociation<K, V>;
+  using Traits = CbKeyTraits<K>;
+  using Query = typename Traits::Query;
+
+  static constexpr std::uint32_t kDefaultTableSize = 128;
+
+  /// `hashTableSize` is rounded down to a power of two. Throws: `CbExceptionContainer` when `blockSize` is 0.
+  explicit CbMap(std::uint32_t hashTableSize = kDefaultTableSize, unsigned int blockSize = Pool::kDefaultBlockSize,
+                 unsigned int fixedBlockSize = 0, float growthFactor = Pool::kDefaultGrowthFactor)
+      : m_pool(blockSize, fixedBlockSize, growthFactor),
+        m_hashTableSize(std::bit_floor(hashTableSize == 0 ? 1 : hashTableSize)) {}
+
+  /// The copy inserts the entries in the other's order, which need not become its own.
+  CbMap(const CbMap& other)
+      : CbMap(other.m_hashTableSize,
+              other.m_pool.GetFixedBlockSize() != 0 ? other.m_pool.GetFixedBlockSize() : other.m_pool.GetBlockSize()) {
+    for (const SAssoc* source = other.GetStartPosition(); source != nullptr; source = GetNextAssoc(source)) {
+      SetAt(source->key, source->value);
+    }
+  }
+
+  CbMap(CbMap&& other) noexcept : CbMap() { Swap(other); }
+  CbMap& operator=(const CbMap&) = delete;
+  CbMap& operator=(CbMap&& other) noexcept {
+    CbMap(std::move(other)).Swap(*this);
+    return *this;
+  }
+
+  ~CbMap() {
+    for (SAssoc* association = GetStartPosition(); association != nullptr;) {
+      std::destroy_at(std::exchange(association, association->next));
+    }
+  }
+
+  void Swap(CbMap& other) noexcept {
+    m_pool.Swap(other.m_pool);
+    std::swap(m_table, other.m_table);
+    std::swap(m_count, other.m_count);
+    std::swap(m_hashTableSize, other.m_hashTableSize);
+    std::swap(m_headBucket, other.m_headBucket);
+  }
+
+  /// Returns the value under `key`, or null. Valid until the key is removed.
+  V* Lookup(Query key) { return m_count == 0 ? nullptr : Lookup(key, Traits::Hash(key)); }
+  const V* Lookup(Query key) const { return const_cast<CbMap*>(this)->Lookup(key); }
+
+  /// As above, for a caller who has the key's hash already.
+  V* Lookup(Query key, std::uint64_t hash) {
+    SAssoc* found = Find(key, hash);
+    return found != nullptr ? &found->value : nullptr;
+  }
+
+  /// Returns the association of `key`; a new one has a value made from `arguments`.
+  /// Throws: `CbExceptionContainer`, std::bad_alloc, what copying throws; the map is then as before.
+  template <class... Args>
+  SAssoc& SetAt(Query key, Args&&... arguments) {
+    const std::uint64_t hash = Traits::Hash(key);
+    if (SAssoc* found = Find(key, hash)) {
+      return *found;
+    }
+    // All that can fail comes before anything changes.
+    EnsureTable();
+    Table grown = MakeGrownTable();
+    SAssoc* made = Make(key, hash, std::forward<Args>(arguments)...);
+    Link(made);
+    ++m_count;
+    if (grown) {
+      Rehash(std::move(grown));
+    }
+    return *made;
+  }
+
+  /// Returns whether an association was removed.
+  bool RemoveKey(Query key) {
+    if (m_count == 0) {
+      return false;
+    }
+    const std::uint64_t hash = Traits::Hash(key);
+    SAssoc* previous = nullptr;
+    SAssoc* removed = m_table[BucketOf(hash)];
+    while (removed != nullptr && !Matches(*removed, key, hash)) {
+      previous = std::exchange(removed, removed->nextInBucket);
+    }
+    if (removed == nullptr) {
+      return false;
+    }
+    Unlink(removed, previous);
+    --m_count;
+    Destroy(removed);
+    return true;
+  }
+
+  std::uint32_t GetCount() const { return m_count; }
+  std::uint32_t GetHashTableSize() const { return m_hashTableSize; }
+
+  /// Walk the map: the first association or null, then the one behind `association` or null.
+  SAssoc* GetStartPosition() const { return m_headBucket == kNoBucket ? nullptr : m_table[m_headBucket]; }
+  static SAssoc* GetNextAssoc(const SAssoc* association) { return association->next; }
+
+ private:
+  using Table = std::unique_ptr<SAssoc*[]>;
+
+  static constexpr std::uint32_t kNoBucket = 0xFFFFFFFF;
+
+  std::uint32_t BucketOf(std::uint64_t hash) const { return static_cast<std::uint32_t>(hash) & (m_hashTableSize - 1); }
+
+  static bool Matches(const SAssoc& association, Query key, std::uint64_t hash) {
+    return association.hash == hash && Traits::Equal(association.key, key);
+  }
+
+  SAssoc* Find(Query key, std::uint64_t hash) const {
+    if (m_count == 0) {
+      return nullptr;
+    }
+    SAssoc* candidate = m_table[BucketOf(hash)];
+    while (candidate != nullptr && !Matches(*candidate, key, hash)) {
+      candidate = candidate->nextInBucket;
+    }
+    return candidate;
+  }
+
+  void EnsureTable() {
+    if (!m_table) {
+      m_table = std::make_unique<SAssoc*[]>(m_hashTableSize);
+    }
+  }
+
+  // A table of twice the size when one more association fills three quarters of this one; else none.
+  Table MakeGrownTable() const {
+    const bool full = (std::uint64_t{m_count} + 1) * 4 >= std::uint64_t{m_hashTableSize} * 3;
+    return full ? std::make_unique<SAssoc*[]>(std::size_t{m_hashTableSize} * 2) : nullptr;
+  }
+
+  template <class... Args>
+  SAssoc* Make(Query key, std::uint64_t hash, Args&&... arguments) {
+    SAssoc* storage = m_pool.getFreeElement();
+    try {
+      return new (storage) SAssoc{K(key), V(std::forward<Args>(arguments)...), nullptr, nullptr, hash};
+    } catch (...) {
+      m_pool.releaseElement(storage);
+      throw;
+    }
+  }
+
+  void Link(SAssoc* made) noexcept {
+    const std::uint32_t bucket = BucketOf(made->hash);
+    if (bucket <= m_headBucket) {
+      LinkAsHead(made, bucket);
+    } else {
+      SAssoc* before = LastBelow(bucket);
+      made->next = before->next;
+      before->next = made;
+      PushFront(made, bucket);
+    }
+  }
+
+  // The bucket of no head is above all others, so the first association of a map comes here as well.
+  void LinkAsHead(SAssoc* made, std::uint32_t bucket) noexcept {
+    made->next = GetStartPosition();
+    m_headBucket = bucket;
+    PushFront(made, bucket);
+  }
+
+  void PushFront(SAssoc* made, std::uint32_t bucket) noexcept {
+    made->nextInBucket = m_table[bucket];
+    m_table[bucket] = made;
+  }
+
+  // The last association of the nearest non-empty bucket below `bucket`, which is above the head.
+  SAssoc* LastBelow(std::uint32_t bucket) const noexcept {
+    do {
+      --bucket;
+    } while (m_table[bucket] == nullptr);
+    return LastOf(m_table[bucket]);
+  }
+
+  static SAssoc* LastOf(SAssoc* chain) noexcept {
+    while (chain->nextInBucket != nullptr) {
+      chain = chain->nextInBucket;
+    }
+    return chain;
+  }
+
+  void Rehash(Table grown) noexcept {
+    SAssoc* association = GetStartPosition();
+    m_table = std::move(grown);
+    m_hashTableSize *= 2;
+    m_headBucket = kNoBucket;
+    while (association != nullptr) {
+      SAssoc* moved = std::exchange(association, association->next);
+      const std::uint32_t bucket = BucketOf(moved->hash);
+      m_headBucket = bucket < m_headBucket ? bucket : m_headBucket;
+      PushFront(moved, bucket);
+    }
+    RebuildOrder();
+  }
+
+  void RebuildOrder() noexcept {
+    SAssoc* last = nullptr;
+    for (std::uint32_t bucket = m_headBucket; bucket < m_hashTableSize; ++bucket) {
+      if (last != nullptr && m_table[bucket] != nullptr) {
+        last->next = m_table[bucket];
+      }
+      for (SAssoc* association = m_table[bucket]; association != nullptr; association = association->nextInBucket) {
+        association->next = association->nextInBucket;
+        last = association;
+      }
+    }
+  }
+
+  void Unlink(SAssoc* removed, SAssoc* previousInChain) noexcept {
+    const std::uint32_t bucket = BucketOf(removed->hash);
+    if (previousInChain != nullptr) {
+      previousInChain->next = removed->next;
+      previousInChain->nextInBucket = removed->nextInBucket;
+      return;
+    }
+    if (bucket != m_headBucket) {
+      LastBelow(bucket)->next = removed->next;
+    } else if (m_count == 1) {
+      m_headBucket = kNoBucket;
+    } else if (removed->nextInBucket == nullptr) {
+      m_headBucket = BucketOf(removed->next->hash);
+    }
+    m_table[bucket] = removed->nextInBucket;
+  }
+
+  void Destroy(SAssoc* association) noexcept {
+    std::destroy_at(association);
+    m_pool.releaseElement(association);
+  }
+
+  Pool m_pool;
+  Table m_table;
+  std::uint32_t m_count = 0;
+  std::uint32_t m_hashTableSize;
+  std::uint32_t m_headBucket = kNoBucket;
+};

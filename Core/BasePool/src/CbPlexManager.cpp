@@ -1,0 +1,9 @@
+#include "BasePool/CbPlexManager.h"
+
+namespace CbPlex {
+
+void RaiseOutOfMemory(unsigned int line, const std::string& function) {
+  throw CbExceptionContainer("Core/BasePool/CbPlexManager", line, function.c_str());
+}
+
+}  // namespace CbPlex

@@ -1,0 +1,6 @@
+#include "BasePool/CbSingleton.h"
+
+CbCriticalSection& CbSingletonRegistry::Lock() {
+  static CbCriticalSection lock;
+  return lock;
+}
