@@ -1,0 +1,104 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include <Zorbel/CException.h>
+#include <Zorbel/Export.h>
+#include <Zorbel/IBeanFactory.h>
+#include <Zorbel/IObject.h>
+#include <Zorbel/ITypeRegistration.h>
+
+namespace Zorbel {
+
+/// A host's way to its beans and services: holds a bean factory and loads configuration documents into it.
+///
+/// *Integrated* and default-constructed containers of a process share one factory, which lives as long as any of them.
+/// A *stand-alone* container has its own, shared only with its copies.
+/// A moved-from container is empty: `Exists` is false, the getters give nothing, all else throws `CException` "Zorbel
+/// is not configured".
+/// Thread: every operation may be called from any thread at any time, except that a container object must not be
+/// assigned to, moved from or destroyed while another thread uses that same object.
+class ZORBEL_API CContainer {
+ public:
+  /// Attaches to the shared factory, which may be empty. Loads nothing.
+  CContainer();
+
+  /// Makes an empty factory of its own.
+  CContainer(std::nullptr_t);
+
+  /// Loads the document text `xml`, in UTF-8; a null or empty text loads nothing. Its includes are ignored.
+  /// Throws: `CException` when the document is in error or repeats a bean of the factory, when a document is being
+  /// loaded on this thread, or, from bean code, on another one.
+  CContainer(const char* xml, bool integration);
+
+  /// Loads the document file `path` with the files that it includes. Throws: likewise.
+  CContainer(const wchar_t* path, bool integration);
+
+  CContainer(const CContainer& other);
+  CContainer(CContainer&& other) noexcept;
+  CContainer& operator=(const CContainer& other);
+  CContainer& operator=(CContainer&& other) noexcept;
+  ~CContainer();
+
+  /// Returns whether a bean of that name is configured. Throws: as `IBeanFactory::Exists`.
+  bool Exists(const char* name) const;
+
+  /// Removes the service registrations of a ready-made object. Throws: `CException` when there are none.
+  void ReleaseInstance(std::shared_ptr<IObject> instance);
+
+  /// Empties the factory, for all containers that share it: its singletons are released, its configuration and
+  /// services forgotten. Objects held elsewhere live on.
+  void Reset();
+
+  /// Empties the factory, then loads as the constructors do; the factory stays empty when that throws.
+  void Reset(const char* xml);
+  void Reset(const wchar_t* path);
+
+  /// Returns the factory; empty when moved from.
+  const std::shared_ptr<IBeanFactory>& GetFactory() const { return m_factory; }
+
+  /// Returns the bean as a `T`; empty when it cannot be had (the log has the reason) or is no `T`.
+  template <class T = IObject>
+  std::shared_ptr<T> GetBean(const char* name) const {
+    return m_factory ? std::dynamic_pointer_cast<T>(m_factory->GetBean(name, nullptr)) : nullptr;
+  }
+
+  /// Returns the service at position `index` of its interface, as a `T`; empty when there is none or it is no `T`.
+  /// Throws: what the service's maker throws.
+  template <class T = IObject>
+  std::shared_ptr<T> GetService(const char* typeId, unsigned int index = 0) const {
+    return m_factory ? std::dynamic_pointer_cast<T>(m_factory->GetService(typeId, index)) : nullptr;
+  }
+
+  unsigned int GetServiceCount(const char* typeId) const { return m_factory ? m_factory->GetServiceCount(typeId) : 0; }
+
+  /// Registers `maker` as an implementation of the interface, before (`front`) or behind the others.
+  /// Returns: the registration, to be configured before its first use.
+  std::shared_ptr<ITypeRegistration> RegisterService(const char* typeId,
+                                                     std::function<std::unique_ptr<IObject>()> maker,
+                                                     bool front = false) {
+    return Configured("Zorbel::CContainer::RegisterService").RegisterService(typeId, front, std::move(maker), nullptr);
+  }
+
+  /// Registers a ready-made object likewise. Throws: `CException` when it is registered for the interface already.
+  std::shared_ptr<ITypeRegistration> RegisterInstance(const char* typeId, std::shared_ptr<IObject> instance,
+                                                      bool front = false) {
+    return Configured("Zorbel::CContainer::RegisterInstance")
+        .RegisterInstance(typeId, front, std::move(instance), nullptr);
+  }
+
+ private:
+  IBeanFactory& Configured(const char* function) const {
+    if (!m_factory) {
+      throw CException("Core/Zorbel/src/CContainer", __LINE__, function, L"Zorbel is not configured");
+    }
+    return *m_factory;
+  }
+
+  std::shared_ptr<IBeanFactory> m_factory;
+};
+
+}  // namespace Zorbel

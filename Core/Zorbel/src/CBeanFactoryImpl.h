@@ -1,0 +1,61 @@
+#pragma once
+
+#include <Zorbel/IBeanFactory.h>
+
+#include <memory>
+
+#include "BasePool/CbCriticalSection.h"
+#include "CFactoryState.h"
+
+namespace Zorbel {
+
+/// The origin of the warnings of bean resolution.
+inline constexpr const char* kFactoryFile = "Core/Zorbel/src/CBeanFactoryImpl";
+inline constexpr const char* kResolutionFunction = "Zorbel::CBeanFactoryImpl::GetBeanWrapper";
+
+/// The bean factory. One re-entrant lock guards all of it; it is held while beans and singleton services are created.
+/// Ownership: shared; while one of its calls runs, that call is an owner too.
+class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_this<CBeanFactoryImpl> {
+ public:
+  CBeanFactoryImpl() : CBeanFactoryImpl(this) {}
+
+  /// Takes over what `source` holds. Throws: `CException` when this factory is not emptied.
+  CBeanFactoryImpl& operator=(CBeanFactoryImpl&& source);
+
+  bool Exists(const char* name) override;
+  std::shared_ptr<IObject> GetService(const char* typeId, unsigned int index) override;
+  std::shared_ptr<IObject> GetService(const char* typeId) override { return GetService(typeId, 0); }
+  std::shared_ptr<IObject> GetBean(const char* name, const SLibrary* library) override;
+  std::shared_ptr<ITypeRegistration> RegisterService(const char* typeId, bool front,
+                                                     std::function<std::unique_ptr<IObject>()>&& maker,
+                                                     std::shared_ptr<ITypeRegistration> registration) override;
+  std::shared_ptr<ITypeRegistration> RegisterInstance(const char* typeId, bool front,
+                                                      std::shared_ptr<IObject> instance,
+                                                      std::shared_ptr<ITypeRegistration> registration) override;
+  void ReleaseInstance(const std::shared_ptr<IObject>& instance) override;
+  unsigned int GetServiceCount(const char* typeId) override;
+
+  /// Resolves a bean on behalf of `library`, or of the host when that is null. Returns empty parts, with the reason in
+  /// the log, when it cannot be had. Never throws.
+  SBean GetBeanWrapper(const char* name, const SLibrary* library) noexcept;
+
+  /// Merges a document. Throws: `CException` when a bean's name is taken.
+  void Integrate(CXMLResource& resource);
+
+  /// Resolves every bean that is to be created at load time, in the order of merging.
+  void CreateEagerBeans();
+
+  /// Forgets everything. Objects held elsewhere live on.
+  void Clear();
+
+ private:
+  class CCall;
+
+  /// `owner` is the factory that the new state is meant for.
+  explicit CBeanFactoryImpl(IBeanFactory* owner) : m_state(std::make_shared<CFactoryState>(owner)) {}
+
+  CbCriticalSection m_lock;
+  std::shared_ptr<CFactoryState> m_state;
+};
+
+}  // namespace Zorbel

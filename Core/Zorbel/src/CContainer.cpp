@@ -1,0 +1,134 @@
+#include <Zorbel/CContainer.h>
+#include <Zorbel/ILibrary.h>
+
+#include <string>
+
+#include "BasePool/CbStopWatch.h"
+#include "CBeanFactoryImpl.h"
+#include "CLocalLibrary.h"
+#include "Internal.h"
+#include "Raise.h"
+
+namespace Zorbel {
+namespace {
+
+const Logging::CLogger logger(L"Zorbel");
+
+constexpr const char* kFile = "Core/Zorbel/src/CContainer";
+constexpr const char* kConstructor = "Zorbel::CContainer::CContainer";
+constexpr const char* kReset = "Zorbel::CContainer::Reset";
+constexpr int kMilliseconds = 1000;
+
+CBeanFactoryImpl& Implementation(const std::shared_ptr<IBeanFactory>& factory, const char* function) {
+  auto* implementation = dynamic_cast<CBeanFactoryImpl*>(factory.get());
+  if (implementation == nullptr) {
+    Internal::Raise({kFile, function}, L"Zorbel is not configured");
+  }
+  return *implementation;
+}
+
+/// Measures an operation and tells of it.
+class CReport {
+ public:
+  CReport() : m_watch(kMilliseconds) { m_watch.Start(); }
+
+  /// Writes an information line with the texts and the elapsed time in place of each `%s` of the format.
+  template <class... Texts>
+  void Write(const Internal::SOrigin& origin, const wchar_t* format, const Texts*... texts) {
+    m_watch.Stop();
+    if (logger.IsLogLevelEnabled(Internal::ELogLevel::information)) {
+      logger.Info(origin.file, static_cast<int>(origin.line), origin.function, format, texts...,
+                  m_watch.GetElapsedText().c_str());
+    }
+  }
+
+ private:
+  CbStopWatch m_watch;
+};
+
+const wchar_t* ModeWord(bool integration) { return integration ? L"integration" : L"stand-alone"; }
+
+/// `source` is the text of a document or the name of its file.
+template <class Source>
+void Load(CBeanFactoryImpl& factory, Source source) {
+  CXMLResource resource(&factory, source);
+  Internal::IntegrateResource(factory, resource);
+}
+
+template <class Source>
+void Reload(CBeanFactoryImpl& factory, Source source) {
+  Internal::RequireNotLoading();  // before anything is lost
+  factory.Clear();
+  Load(factory, source);
+}
+
+}  // namespace
+
+CContainer::CContainer() : m_factory(Internal::CreateFactory(true)) {
+  if (!m_factory) {
+    Internal::Raise({kFile, kConstructor}, L"Zorbel is not configured");
+  }
+}
+
+CContainer::CContainer(std::nullptr_t) : m_factory(std::make_shared<CBeanFactoryImpl>()) {
+  if (!m_factory) {
+    Internal::Raise({kFile, kConstructor}, L"Could not create bean factory");
+  }
+}
+
+CContainer::CContainer(const char* xml, bool integration) {
+  CReport report;
+  m_factory = Internal::CreateFactory(integration);
+  Load(Implementation(m_factory, kConstructor), xml);
+  report.Write({kFile, kConstructor}, L"Loading configuration from xml (%s)... (%s)", ModeWord(integration));
+}
+
+CContainer::CContainer(const wchar_t* path, bool integration) {
+  CReport report;
+  m_factory = Internal::CreateFactory(integration);
+  Load(Implementation(m_factory, kConstructor), path);
+  report.Write({kFile, kConstructor}, L"Loading configuration from file '%s' (%s)... (%s)", path,
+               ModeWord(integration));
+}
+
+CContainer::CContainer(const CContainer& other) = default;
+CContainer::CContainer(CContainer&& other) noexcept = default;
+CContainer& CContainer::operator=(const CContainer& other) = default;
+CContainer& CContainer::operator=(CContainer&& other) noexcept = default;
+CContainer::~CContainer() = default;
+
+bool CContainer::Exists(const char* name) const { return m_factory && m_factory->Exists(name); }
+
+void CContainer::ReleaseInstance(std::shared_ptr<IObject> instance) {
+  Configured("Zorbel::CContainer::ReleaseInstance").ReleaseInstance(instance);
+}
+
+// Code of plug-ins may assign to this container in the middle of a reset, which still is one of the first factory.
+
+void CContainer::Reset() {
+  CReport report;
+  const std::shared_ptr<IBeanFactory> factory = m_factory;
+  Implementation(factory, kReset).Clear();
+  const bool integrated = Internal::IsSharedFactory(factory.get());
+  report.Write({kFile, kReset}, L"Resetting %s configuration... (%s)", integrated ? L"integrated" : L"stand-alone");
+}
+
+void CContainer::Reset(const char* xml) {
+  CReport report;
+  const std::shared_ptr<IBeanFactory> factory = m_factory;
+  Reload(Implementation(factory, kReset), xml);
+  report.Write({kFile, kReset}, L"Resetting configuration from xml (%s)... (%s)",
+               ModeWord(Internal::IsSharedFactory(factory.get())));
+}
+
+void CContainer::Reset(const wchar_t* path) {
+  CReport report;
+  const std::shared_ptr<IBeanFactory> factory = m_factory;
+  Reload(Implementation(factory, kReset), path);
+  report.Write({kFile, kReset}, L"Resetting configuration from file '%s' (%s)... (%s)", path,
+               ModeWord(Internal::IsSharedFactory(factory.get())));
+}
+
+ILibraryConfiguration& GetLocalLibrary() { return CLocalLibrary::Instance(); }
+
+}  // namespace Zorbel

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <Zorbel/ILibrary.h>
+
+#include <string>
+
+namespace Zorbel {
+
+/// A plug-in module. It stays mapped when this object goes, so that its code stays valid for all that came from it.
+class CDynamicLibrary : public ILibrary {
+ public:
+  /// Loads the module. Throws: `CException` when that fails.
+  explicit CDynamicLibrary(const char* path);
+
+  const char* GetPath() override { return m_path.c_str(); }
+  void* GetFunction(const char* name) override;
+
+ private:
+  void* m_module;
+  std::string m_path;
+};
+
+}  // namespace Zorbel

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <Zorbel/CStringT.h>
+#include <Zorbel/IBeanWrapper.h>
+
+#include <memory>
+#include <utility>
+
+#include "BasePool/CbMap.h"
+#include "CBeanConfig.h"
+#include "CTypeManager.h"
+#include "CXMLResource.h"
+
+namespace Zorbel {
+
+using SBean = std::pair<std::shared_ptr<const IBeanWrapper>, std::shared_ptr<IObject>>;
+
+/// All that a factory forgets when it is emptied. A resolution keeps the state that it began with, so that bean code
+/// may empty the factory in the middle of it. Thread: used under the factory's lock.
+class CFactoryState {
+ public:
+  explicit CFactoryState(IBeanFactory* owner);
+
+  /// Returns the wrapper of the definition's class, one for all definitions of that name.
+  std::shared_ptr<const IBeanWrapper> GetWrapper(const CBeanConfig& definition);
+
+  /// Releases the singletons, then the wrappers.
+  void ReleaseObjects();
+
+  // Destroyed from the last to the first: singletons may need their wrappers, and both may need the rest.
+  CXMLResource configuration;
+  CTypeManager typeManager;
+  CbMap<CStringT<char>, std::shared_ptr<const IBeanWrapper>> wrappers;
+  CbMap<CStringT<char>, SBean> singletons;
+};
+
+}  // namespace Zorbel

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <Zorbel/CStringT.h>
+#include <Zorbel/ILibrary.h>
+
+#include <shared_mutex>
+
+#include "BasePool/CbMap.h"
+#include "BasePool/CbSingleton.h"
+
+namespace Zorbel {
+
+/// The process's registry of wrapper makers and type ids.
+/// Thread: every operation may be called from any thread at any time.
+class CLocalLibrary : public ILibrary, public ILibraryConfiguration, public CbSingleton<CLocalLibrary> {
+ public:
+  const char* GetPath() override { return nullptr; }
+  void* GetFunction(const char* name) override;
+
+  void RegisterFunction(const char* name, void* function) override;
+  bool UnregisterFunction(const char* name) override;
+  void RegisterTypeID(const char* className, const char* typeId) override;
+
+  /// Returns the type id registered under `className`; a copy, which later registrations leave alone.
+  /// Throws: `CException` when there is none.
+  CStringT<char> GetTypeID(const char* className);
+
+ private:
+  std::shared_mutex m_mutex;
+  CbMap<CStringT<char>, void*> m_functions;
+  CbMap<CStringT<char>, CStringT<char>> m_typeIds;
+};
+
+}  // namespace Zorbel

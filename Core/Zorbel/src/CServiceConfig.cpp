@@ -1,0 +1,101 @@
+#include "CServiceConfig.h"
+
+#include "BasePool/CbMap.h"
+#include "Raise.h"
+#include "ThreadState.h"
+
+namespace Zorbel {
+namespace {
+
+constexpr const char* kFile = "Core/Zorbel/src/CServiceConfig";
+
+const Logging::CLogger logger(L"Zorbel");
+
+// Guarded by the release lock.
+CbMap<const IObject*, CServiceConfig::ReleaseFunction> releaseTable;
+
+// Runs in a destructor of a shared pointer, where an exception would end the process.
+void CallContained(const CServiceConfig::ReleaseFunction& function, const IObject* object) noexcept {
+  try {
+    function(object);
+  } catch (...) {
+    Internal::Warn(logger, {kFile, "Zorbel::CServiceConfig::Release"},
+                   L"Release function of a service threw exception");
+  }
+}
+
+struct SReleaser {
+  void operator()(IObject* object) const noexcept {
+    CallReleaseFunction(object);
+    delete object;
+  }
+
+ private:
+  // The entry goes before its function runs, which may produce another null instance: that has the same key.
+  static void CallReleaseFunction(const IObject* object) noexcept {
+    const Internal::CReleaseLock lock;
+    if (CServiceConfig::ReleaseFunction* entry = releaseTable.Lookup(object)) {
+      const CServiceConfig::ReleaseFunction function = std::move(*entry);
+      releaseTable.RemoveKey(object);
+      CallContained(function, object);
+    }
+  }
+};
+
+std::shared_ptr<IObject> WrapReleased(std::unique_ptr<IObject> made, const CServiceConfig::ReleaseFunction& function) {
+  const Internal::CReleaseLock lock;
+  releaseTable.SetAt(made.get()).value = CServiceConfig::ReleaseFunction(function);  // copied before its entry is made
+  return {made.release(), SReleaser()};
+}
+
+}  // namespace
+
+void CServiceConfig::SetReleaseFunction(ReleaseFunction function) {
+  const std::lock_guard lock(m_mutex);
+  m_releaseFunction.swap(function);
+}
+
+CServiceConfig::ReleaseFunction CServiceConfig::GetReleaseFunction() const {
+  const std::lock_guard lock(m_mutex);
+  return m_releaseFunction;
+}
+
+std::shared_ptr<IObject> CServiceConfig::GetInstance() {
+  if (std::shared_ptr<IObject> kept = GetKeptInstance()) {
+    return kept;
+  }
+  std::shared_ptr<IObject> made = Produce();
+  return m_singleton ? Keep(made) : made;
+}
+
+std::shared_ptr<IObject> CServiceConfig::Produce() {
+  if (m_sharedMaker) {
+    return m_sharedMaker();
+  }
+  if (!m_ownedMaker) {
+    Internal::Raise({kFile, "Zorbel::CServiceConfig::GetInstance"}, L"No constructor for service type registered");
+  }
+  std::unique_ptr<IObject> made = m_ownedMaker();
+  const ReleaseFunction release = GetReleaseFunction();
+  return release ? WrapReleased(std::move(made), release) : std::shared_ptr<IObject>(std::move(made));
+}
+
+// The first instance stays, also when its maker has asked for the service itself.
+std::shared_ptr<IObject> CServiceConfig::Keep(const std::shared_ptr<IObject>& instance) {
+  const std::lock_guard lock(m_mutex);
+  if (instance && !m_hasInstance) {
+    m_instance = instance;
+    m_hasInstance.store(true, std::memory_order_release);
+  }
+  return m_hasInstance ? m_instance : instance;
+}
+
+std::shared_ptr<IObject> CServiceConfig::GetKeptInstance() const {
+  return m_hasInstance.load(std::memory_order_acquire) ? m_instance : nullptr;
+}
+
+bool CServiceConfig::Holds(const std::shared_ptr<IObject>& instance) const {
+  return instance && GetKeptInstance() == instance;
+}
+
+}  // namespace Zorbel

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <Zorbel/ITypeRegistration.h>
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+
+namespace Zorbel {
+
+/// A service registration: a ready-made instance, or a maker of shared or of owned instances.
+/// Thread: instances may be asked for on any thread. Productions of one singleton are serialised by the caller.
+class CServiceConfig : public ITypeRegistration {
+ public:
+  using SharedMaker = std::function<std::shared_ptr<IObject>()>;
+  using OwnedMaker = std::function<std::unique_ptr<IObject>()>;
+  using ReleaseFunction = std::function<void(const IObject*)>;
+
+  explicit CServiceConfig(SharedMaker&& maker) : m_sharedMaker(std::move(maker)) {}
+  explicit CServiceConfig(OwnedMaker&& maker) : m_ownedMaker(std::move(maker)) {}
+  explicit CServiceConfig(const std::shared_ptr<IObject>& instance) { Keep(instance); }
+
+  void SetSingleton() override { m_singleton = true; }
+  bool IsSingleton() const override { return m_singleton; }
+  void SetReleaseFunction(ReleaseFunction function) override;
+  ReleaseFunction GetReleaseFunction() const override;
+
+  /// Returns the kept instance, or else a new one, which a singleton keeps.
+  /// Throws: `CException` when there is no maker; what the maker throws.
+  std::shared_ptr<IObject> GetInstance();
+
+  /// Returns the ready-made instance or the singleton's; empty when there is none yet. Takes no lock.
+  std::shared_ptr<IObject> GetKeptInstance() const;
+
+  /// True when that instance is `instance`; a null one is held by none.
+  bool Holds(const std::shared_ptr<IObject>& instance) const;
+
+ private:
+  std::shared_ptr<IObject> Produce();
+  std::shared_ptr<IObject> Keep(const std::shared_ptr<IObject>& instance);
+
+  std::shared_ptr<IObject> m_instance;  // written once, before m_hasInstance is set
+  std::atomic<bool> m_hasInstance{false};
+  SharedMaker m_sharedMaker;
+  OwnedMaker m_ownedMaker;
+  std::atomic<bool> m_singleton{false};
+  mutable std::mutex m_mutex;  // guards the release function and the writing of the instance; no code runs under it
+  ReleaseFunction m_releaseFunction;
+};
+
+}  // namespace Zorbel

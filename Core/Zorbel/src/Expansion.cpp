@@ -1,0 +1,108 @@
+#include "Expansion.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "CXMLResourceOrigin.h"
+#include "Raise.h"
+
+namespace Zorbel::Internal {
+namespace {
+
+using Variables = CbMap<CStringT<wchar_t>, CStringT<wchar_t>>;
+
+constexpr const char* kFunction = "Substitute";
+constexpr wchar_t kSign = L'%';
+constexpr unsigned int kMostReplacements = 10'000;  // in one text; a value that contains its own pattern needs more
+constexpr std::size_t kLongestResult = 1'000'000;   // characters
+
+struct SPattern {
+  bool withoutSpaces = false;
+  bool lowerCase = false;
+  bool upperCase = false;
+  std::wstring name;
+};
+
+SPattern ParsePattern(std::wstring_view token) {
+  SPattern pattern;
+  while (!token.empty()) {
+    switch (token.front()) {
+      case L'.': pattern.withoutSpaces = true; break;
+      case L'_': pattern.lowerCase = true; break;
+      case L'^': pattern.upperCase = true; break;
+      default: pattern.name = token; return pattern;
+    }
+    token.remove_prefix(1);
+  }
+  return pattern;
+}
+
+CStringT<wchar_t> ValueOf(const SPattern& pattern, const Variables& variables) {
+  const CStringT<wchar_t>* found = variables.Lookup(pattern.name.c_str());
+  if (found == nullptr) {
+    Raise({kResourceFile, kFunction}, L"Missing substitution");
+  }
+  CStringT<wchar_t> value = *found;
+  if (pattern.withoutSpaces) {
+    value.Remove(L' ');
+  }
+  if (pattern.lowerCase) {
+    value.MakeLower();
+  }
+  if (pattern.upperCase) {
+    value.MakeUpper();
+  }
+  return value;
+}
+
+/// Works from left to right. What is still to be read lies reversed on a stack, so that a value is put back in front
+/// of it in time proportional to the value.
+class CExpansion {
+ public:
+  CExpansion(const std::wstring& text, const Variables& variables)
+      : m_text(text), m_variables(variables), m_rest(text.rbegin(), text.rend()) {}
+
+  std::wstring Run() {
+    while (MoveUpTo(kSign, m_result)) {
+      std::wstring token;
+      if (!MoveUpTo(kSign, token)) {
+        Raise({kResourceFile, kFunction}, L"Invalid substitution pattern");
+      }
+      PutBack(ValueOf(ParsePattern(token), m_variables));
+    }
+    return std::move(m_result);
+  }
+
+ private:
+  // Moves the rest up to the next `sign` to `target` and drops the sign. False when there is none: all is moved then.
+  bool MoveUpTo(wchar_t sign, std::wstring& target) {
+    const std::size_t found = m_rest.rfind(sign);
+    const std::size_t stop = found == std::wstring::npos ? 0 : found + 1;
+    target.append(m_rest.rbegin(), m_rest.rend() - static_cast<std::ptrdiff_t>(stop));
+    m_rest.resize(found == std::wstring::npos ? 0 : found);
+    return found != std::wstring::npos;
+  }
+
+  void PutBack(const CStringT<wchar_t>& value) {
+    const std::wstring_view text(value.GetString());
+    m_rest.append(text.rbegin(), text.rend());
+    ++m_replacements;
+    if (m_replacements > kMostReplacements || m_result.size() + m_rest.size() > kLongestResult) {
+      Raise({kResourceFile, kFunction}, L"Substitution of '%s' does not end", m_text);
+    }
+  }
+
+  const std::wstring& m_text;
+  const Variables& m_variables;
+  std::wstring m_result;
+  std::wstring m_rest;
+  unsigned int m_replacements = 0;
+};
+
+}  // namespace
+
+std::wstring Expand(const std::wstring& text, const Variables& variables) {
+  return CExpansion(text, variables).Run();
+}
+
+}  // namespace Zorbel::Internal

@@ -1,0 +1,141 @@
+#include "LiteralConversion.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "Raise.h"
+
+namespace Zorbel::Literal {
+namespace {
+
+constexpr std::wstring_view kWhiteSpace = L" \t\n\v\f\r";
+
+struct SSignedText {
+  bool negative;
+  std::wstring_view digits;
+};
+
+SSignedText SplitSign(const wchar_t* text) {
+  std::wstring_view rest = text;
+  rest.remove_prefix(std::min(rest.find_first_not_of(kWhiteSpace), rest.size()));
+  const bool negative = rest.starts_with(L'-');
+  if (negative || rest.starts_with(L'+')) {
+    rest.remove_prefix(1);
+  }
+  return {negative, rest};
+}
+
+unsigned int DigitOf(wchar_t c) {
+  if (c >= L'0' && c <= L'9') {
+    return static_cast<unsigned int>(c - L'0');
+  }
+  const wchar_t lower = c | 0x20;
+  constexpr unsigned int kNoDigit = 99;
+  return lower >= L'a' && lower <= L'f' ? static_cast<unsigned int>(lower - L'a') + 10 : kNoDigit;
+}
+
+// Reads digits up to the first other character; a larger value than `largest` gives `largest`.
+std::uint64_t ReadDigits(std::wstring_view text, unsigned int base, std::uint64_t largest) {
+  std::uint64_t value = 0;
+  for (const wchar_t c : text) {
+    const unsigned int digit = DigitOf(c);
+    if (digit >= base) {
+      break;
+    }
+    value = std::min(value * base + digit, largest + 1);
+  }
+  return std::min(value, largest);
+}
+
+bool HasHexadecimalPrefix(std::wstring_view text) {
+  return text.size() > 2 && text[0] == L'0' && (text[1] == L'x' || text[1] == L'X');
+}
+
+std::string LeadingAscii(std::wstring_view text) {
+  std::string result;
+  for (const wchar_t c : text) {
+    if (c <= 0 || c >= 0x80) {
+      break;
+    }
+    result.push_back(static_cast<char>(c));
+  }
+  return result;
+}
+
+// A value out of the range of double may still be in that of long double, which tells too large from too small; one
+// beyond even that is told by the sign of its exponent.
+double OutOfRange(const char* first, const char* last, std::chars_format format) {
+  long double value = 0;
+  if (std::from_chars(first, last, value, format).ec == std::errc()) {
+    return static_cast<double>(value);
+  }
+  const std::string_view text(first, static_cast<std::size_t>(last - first));
+  const std::size_t exponent = text.find_first_of(format == std::chars_format::hex ? "pP" : "eE");
+  const bool tiny = exponent != std::string_view::npos && text.substr(exponent + 1).starts_with('-');
+  return tiny ? 0.0 : std::numeric_limits<double>::infinity();
+}
+
+double ReadDouble(std::string_view text, std::chars_format format, bool negative) {
+  const char* first = text.data();
+  double value = 0;
+  const std::from_chars_result result = std::from_chars(first, first + text.size(), value, format);
+  if (result.ec == std::errc::invalid_argument) {
+    return 0;  // without a sign
+  }
+  if (result.ec == std::errc::result_out_of_range) {
+    value = OutOfRange(first, result.ptr, format);
+  }
+  return negative ? -value : value;
+}
+
+}  // namespace
+
+bool ToBool(const wchar_t* text) {
+  const std::wstring_view value = text;
+  if (value != L"true" && value != L"false") {
+    Internal::Raise({"Core/Zorbel/src/CTypeManager", "`anonymous-namespace'::stringToBool"}, L"Invalid bool value");
+  }
+  return value == L"true";
+}
+
+char ToChar(const wchar_t* text) { return CStringT<char>(text).GetAt(0); }
+
+int ToInt(const wchar_t* text) {
+  constexpr unsigned int kDecimal = 10;
+  constexpr auto kLargest = static_cast<std::uint64_t>(std::numeric_limits<std::int32_t>::max());
+  const SSignedText number = SplitSign(text);
+  const std::uint64_t value = ReadDigits(number.digits, kDecimal, number.negative ? kLargest + 1 : kLargest);
+  return static_cast<int>(number.negative ? -static_cast<std::int64_t>(value) : static_cast<std::int64_t>(value));
+}
+
+unsigned int ToUnsigned(const wchar_t* text) {
+  constexpr std::uint64_t kLargest = std::numeric_limits<std::uint32_t>::max();
+  SSignedText number = SplitSign(text);
+  unsigned int base = number.digits.starts_with(L'0') ? 8 : 10;
+  if (HasHexadecimalPrefix(number.digits)) {
+    base = 16;
+    number.digits.remove_prefix(2);
+  }
+  const std::uint64_t value = ReadDigits(number.digits, base, kLargest + 1);
+  if (value > kLargest) {
+    return static_cast<unsigned int>(kLargest);
+  }
+  return static_cast<unsigned int>(number.negative ? 0 - value : value);
+}
+
+double ToDouble(const wchar_t* text) {
+  const SSignedText number = SplitSign(text);
+  const std::string digits = LeadingAscii(number.digits);
+  if (digits.starts_with('-')) {
+    return 0;  // a second sign would be read as part of the number
+  }
+  return HasHexadecimalPrefix(number.digits)
+             ? ReadDouble(std::string_view(digits).substr(2), std::chars_format::hex, number.negative)
+             : ReadDouble(digits, std::chars_format::general, number.negative);
+}
+
+}  // namespace Zorbel::Literal

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <Zorbel/IBeanFactory.h>
+#include <Zorbel/IValuePointer.h>
+
+#include <memory>
+#include <utility>
+
+namespace Zorbel {
+
+/// Holds a literal value.
+template <class T>
+class CValuePointer : public IValuePointer {
+ public:
+  explicit CValuePointer(T value) : m_value(std::move(value)) {}
+
+  void* GetValue() override { return &m_value; }
+
+ private:
+  T m_value;
+};
+
+/// Holds the instance of a referenced bean; no value when there is none.
+class CBeanPointer : public IValuePointer {
+ public:
+  void SetObject(std::shared_ptr<IObject> object) { m_object = std::move(object); }
+
+  void* GetValue() override { return m_object ? &m_object : nullptr; }
+
+ private:
+  std::shared_ptr<IObject> m_object;
+};
+
+/// Holds the instance of an interface's first registration; no value when there is none.
+class CServicePointer : public IValuePointer {
+ public:
+  /// Throws: `CException` when the interface has no type id; what the service's maker throws.
+  CServicePointer(IBeanFactory* factory, const wchar_t* interfaceName);
+
+  void* GetValue() override { return m_object ? &m_object : nullptr; }
+
+ private:
+  std::shared_ptr<IObject> m_object;
+};
+
+/// Holds an explicit null: its value is always there, and is empty.
+class CNullPointer : public IValuePointer {
+ public:
+  void* GetValue() override { return &m_object; }
+
+ private:
+  std::shared_ptr<IObject> m_object;
+};
+
+}  // namespace Zorbel

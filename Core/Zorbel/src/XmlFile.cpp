@@ -1,0 +1,63 @@
+#include "XmlFile.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "Platform/CodePage.h"
+#include "Platform/File.h"
+#include "Platform/TextDetection.h"
+
+namespace Zorbel::Internal {
+namespace {
+
+constexpr std::string_view kUtf16Marks[] = {"\xFF\xFE", "\xEF\xFF"};
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+void SkipMark(std::string_view& text, std::string_view mark) {
+  if (text.starts_with(mark)) {
+    text.remove_prefix(mark.size());
+  }
+}
+
+bool ConvertUtf16(std::string& content) {
+  std::string_view text = content;
+  for (const std::string_view mark : kUtf16Marks) {
+    if (text.size() == content.size()) {
+      SkipMark(text, mark);
+    }
+  }
+  std::string converted;
+  if (!Platform::Utf16ToAnsi(text, converted)) {
+    return false;
+  }
+  content = std::move(converted);
+  return true;
+}
+
+XMLNode Failed(XMLError error, XMLResults& results) {
+  results = XMLResults{error, 0, 0};
+  return XMLNode();
+}
+
+}  // namespace
+
+XMLNode ParseXmlFile(const wchar_t* fileName, const char* rootName, XMLResults& results) {
+  std::optional<std::string> content = Platform::ReadFile(fileName);
+  if (!content) {
+    return Failed(eXMLErrorFileNotFound, results);
+  }
+  if (content->empty()) {
+    return Failed(eXMLErrorEmpty, results);
+  }
+  if (!Platform::IsUtf16Text(*content)) {
+    const bool marked = content->starts_with(kUtf8Mark);
+    return XMLNode::parseString(content->c_str() + (marked ? kUtf8Mark.size() : 0), rootName, &results);
+  }
+  if (!ConvertUtf16(*content)) {
+    return Failed(eXMLErrorCharConversionError, results);
+  }
+  return XMLNode::parseString(content->c_str(), rootName, &results);
+}
+
+}  // namespace Zorbel::Internal
