@@ -9,11 +9,23 @@ namespace {
 
 constexpr std::string_view kNamedEntities[] = {"amp;", "lt;", "gt;", "quot;", "apos;"};
 
-bool IsNameEnd(char c) {
-  return c == '\0' || c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '/' || c == '>' || c == '=' || c == '<';
-}
-
 char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+
+/// The signs that end a name.
+struct SNameEnds {
+  bool ends[256] = {};
+
+  constexpr SNameEnds() {
+    for (const char c : {'\0', ' ', '\t', '\r', '\n', '/', '>', '=', '<', '"', '\''}) {
+      ends[static_cast<unsigned char>(c)] = true;
+    }
+  }
+};
+
+bool IsNameEnd(char c) {
+  static constexpr SNameEnds kNameEnds;
+  return kNameEnds.ends[static_cast<unsigned char>(c)];
+}
 
 int DigitOf(char c, int base) {
   const char lower = Lower(c);
@@ -50,7 +62,7 @@ bool IsReference(const char* text) {
 /// One pass over a document. Stops where the markup is broken: the parser proper reports that.
 class CScan {
  public:
-  explicit CScan(char* text) : m_text(text), m_next(text) {}
+  explicit CScan(char* text) : m_text(text), m_next(text), m_end(text + std::strlen(text)) {}
 
   std::size_t Run() {
     while (*m_next != '\0' && m_bad == kNoPosition) {
@@ -65,24 +77,24 @@ class CScan {
 
  private:
   void ReadText() {
-    for (; *m_next != '\0' && *m_next != '<' && m_bad == kNoPosition; ++m_next) {
-      if (m_depth > 0) {
-        CheckReference();
-      }
+    char* end = Find('<');
+    if (m_depth > 0) {
+      CheckReferences(end);
     }
+    m_next = end;
   }
 
   void ReadMarkup() {
-    if (StartsWith("<!--")) {
+    if (m_next[1] != '!' && m_next[1] != '?') {
+      ReadTag();
+    } else if (StartsWith("<!--")) {
       SkipPast(4, "-->");
     } else if (StartsWith("<![CDATA[")) {
       SkipPast(9, "]]>");
     } else if (StartsWith("<?")) {
       SkipPast(2, "?>");
-    } else if (StartsWith("<!")) {
-      SkipDeclaration();
     } else {
-      ReadTag();
+      SkipDeclaration();
     }
   }
 
@@ -111,22 +123,35 @@ class CScan {
   }
 
   void ReadValue(char quote) {
-    for (++m_next; *m_next != '\0' && *m_next != quote && m_bad == kNoPosition; ++m_next) {
-      CheckReference();
-    }
-    m_next += *m_next == quote ? 1 : 0;
+    ++m_next;
+    char* end = Find(quote);
+    CheckReferences(end);
+    m_next = end + (*end == quote ? 1 : 0);
   }
 
   void FoldName() {
-    for (; !IsNameEnd(*m_next) && *m_next != '"' && *m_next != '\''; ++m_next) {
+    for (; !IsNameEnd(*m_next); ++m_next) {
       *m_next = Lower(*m_next);
     }
   }
 
-  void CheckReference() {
-    if (*m_next == '&' && !IsReference(m_next + 1)) {
-      m_bad = static_cast<std::size_t>(m_next - m_text);
+  // From the next character up to `end`.
+  void CheckReferences(const char* end) {
+    for (const char* next = m_next; m_bad == kNoPosition; ++next) {
+      next = static_cast<const char*>(std::memchr(next, '&', static_cast<std::size_t>(end - next)));
+      if (next == nullptr) {
+        return;
+      }
+      if (!IsReference(next + 1)) {
+        m_bad = static_cast<std::size_t>(next - m_text);
+      }
     }
+  }
+
+  // The next `c`, or the end of the text.
+  char* Find(char c) const {
+    void* found = std::memchr(m_next, c, static_cast<std::size_t>(m_end - m_next));
+    return found != nullptr ? static_cast<char*>(found) : m_end;
   }
 
   // A document type with its internal subset, in which quoted texts and comments may hold any sign.
@@ -151,11 +176,12 @@ class CScan {
 
   void SkipPast(std::size_t opening, const char* mark) {
     char* end = std::strstr(m_next + opening, mark);
-    m_next = end != nullptr ? end + std::strlen(mark) : m_next + std::strlen(m_next);
+    m_next = end != nullptr ? end + std::strlen(mark) : m_end;
   }
 
   char* m_text;
   char* m_next;
+  char* m_end;
   int m_depth = 0;
   std::size_t m_bad = kNoPosition;
 };

@@ -1,0 +1,135 @@
+#include "XmlParser/XmlParser.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+XMLNode Parse(const std::string& text, XMLResults& results) {
+  return XMLNode::parseString(text.c_str(), "zorbel", &results);
+}
+
+XMLNode Parsed(const std::string& text) {
+  XMLResults results{};
+  XMLNode root = Parse(text, results);
+  EXPECT_EQ(results.error, eXMLErrorNone) << text;
+  EXPECT_EQ(results.nLine, 0);
+  return root;
+}
+
+std::string OrNull(const char* text) { return text != nullptr ? text : "(null)"; }
+
+struct SFailureCase {
+  std::string text;
+  XMLError error;
+  int line;
+  int column;
+};
+
+TEST(XmlParser, FailuresHaveTheirCodeAndPlace) {
+  const SFailureCase cases[] = {
+      {"", eXMLErrorFirstTagNotFound, 0, 0},
+      {"only text", eXMLErrorFirstTagNotFound, 0, 0},
+      {"<other/><!-- <zorbel/> -->", eXMLErrorFirstTagNotFound, 0, 0},
+      {"<zorbel>", eXMLErrorMissingEndTag, 1, 9},
+      {"<zorbel>\n\xC3\xA9\xC3\xA9</x></zorbel>", eXMLErrorUnmatchedEndTag, 2, 5},
+      {"<zorbel>\n <a b=c/></zorbel>", eXMLErrorUnexpectedToken, 2, 7},
+      {"<zorbel><a b='1'c='2'/></zorbel>", eXMLErrorUnexpectedToken, 1, 17},
+      {"<zorbel><!-- no end", eXMLErrorUnmatchedEndClearTag, 1, 20},
+      {"<zorbel><![CDATA[ no end", eXMLErrorUnmatchedEndClearTag, 1, 25},
+      {"<zorbel>\n<a>&nbsp;</a></zorbel>", eXMLErrorUnknownCharacterEntity, 2, 4},
+      {"<zorbel><a b='\xC3\xA9 & '/></zorbel>", eXMLErrorUnknownCharacterEntity, 1, 17},
+      {"<!DOCTYPE z [<!ENTITY e 'x'>]><zorbel>&e;</zorbel>", eXMLErrorUnknownCharacterEntity, 1, 39},
+      {"<zorbel>&#0;</zorbel>", eXMLErrorUnknownCharacterEntity, 1, 9},
+      {"<zorbel>&#x110000;</zorbel>", eXMLErrorUnknownCharacterEntity, 1, 9},
+      {"<zorbel></a>&x;</zorbel>", eXMLErrorUnmatchedEndTag, 1, 11},  // the first of two
+  };
+  for (const SFailureCase& c : cases) {
+    XMLResults results{};
+    EXPECT_TRUE(Parse(c.text, results).isEmpty()) << c.text;
+    EXPECT_EQ(results.error, c.error) << c.text;
+    EXPECT_EQ(results.nLine, c.line) << c.text;
+    EXPECT_EQ(results.nColumn, c.column) << c.text;
+  }
+  XMLResults results{};
+  EXPECT_TRUE(XMLNode::parseString(nullptr, "zorbel", &results).isEmpty());
+  EXPECT_EQ(results.error, eXMLErrorNoElements);
+}
+
+TEST(XmlParser, TextsAreTrimmedAndOnlyCommentsDoNotPartThem) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {" \t\r\n a b \n", "a b"},
+      {" \n ", "(null)"},
+      {"", "(null)"},
+      {" a <!-- & --> b ", "ab"},
+      {"a<x/>b", "a"},
+      {"<x/> b ", "b"},
+      {"<![CDATA[data]]>", "(null)"},
+      {"a<![CDATA[data]]>b", "a"},
+      {"a<?pi?>b", "a"},
+      {"&lt;&amp;&gt;&quot;&apos;&#65;&#x20AC;", "<&>\"'A\xE2\x82\xAC"},
+      {"a\r\nb", "a\r\nb"},
+      {"\xFF\xE9", "\xFF\xE9"},
+  };
+  for (const auto& [content, text] : cases) {
+    EXPECT_EQ(OrNull(Parsed("<zorbel>" + content + "</zorbel>").getText()), text) << content;
+  }
+}
+
+TEST(XmlParser, NamesAreFoundWhateverTheirLetterCase) {
+  const XMLNode root = Parsed("<?xml version='1.0' encoding='UTF-16'?>& <a/><ZORBEL><Bean/><bEAN/></zorbel> text");
+  EXPECT_EQ(root.nChildNode("BEAN"), 2);
+  EXPECT_TRUE(root.getChildNode("beans").isEmpty());
+  EXPECT_TRUE(root.getChildNode("bean", 2).isEmpty());
+}
+
+TEST(XmlParser, TheFirstOfEqualAttributesWinsAndKeepsItsWhiteSpace) {
+  const XMLNode root = Parsed("<zorbel Name=' a\r\n\tb ' NAME='2' empty='' quote='&quot;&#10;'/>");
+  EXPECT_EQ(OrNull(root.getAttribute("nAME")), " a\r\n\tb ");
+  EXPECT_EQ(OrNull(root.getAttribute("empty")), "");
+  EXPECT_EQ(OrNull(root.getAttribute("quote")), "\"\n");
+  EXPECT_EQ(root.getAttribute("absent"), nullptr);
+}
+
+TEST(XmlParser, TheTextEndsAtTheFirstZero) {
+  EXPECT_FALSE(Parsed(std::string("<zorbel/>\0<broken", 17)).isEmpty());
+}
+
+TEST(XmlParser, ANodeKeepsItsDocumentAlive) {
+  XMLNode child;
+  EXPECT_EQ(child.getText(), nullptr);
+  child = Parsed("<zorbel><a>text</a></zorbel>").getChildNode("a");
+  EXPECT_EQ(OrNull(child.getText()), "text");
+}
+
+TEST(XmlParser, AWalkVisitsTheChildrenOfOneNameInOrder) {
+  const XMLNode root = Parsed("<zorbel><a n='1'/><b/><a n='2'><a n='no'/></a><b/><a n='3'/></zorbel>");
+  std::string seen;
+  int position = 0;
+  for (XMLNode a = root.getChildNode("a", &position); !a.isEmpty(); a = root.getChildNode("a", &position)) {
+    seen += a.getAttribute("n");
+  }
+  EXPECT_EQ(seen, "123");
+  EXPECT_TRUE(root.getChildNode("a", &position).isEmpty());
+}
+
+TEST(XmlParser, AnyDepthIsParsedWalkedAndReleased) {
+  constexpr int kDepth = 1'000'000;
+  std::string text;
+  for (int i = 0; i < kDepth; ++i) {
+    text += "<zorbel>";
+  }
+  for (int i = 0; i < kDepth; ++i) {
+    text += "</zorbel>";
+  }
+  int depth = 0;
+  for (XMLNode node = Parsed(text); !node.isEmpty(); node = node.getChildNode("zorbel")) {
+    ++depth;
+  }
+  EXPECT_EQ(depth, kDepth);
+}
+
+}  // namespace
