@@ -30,7 +30,7 @@ class CTestWrapper : public Zorbel::IBeanWrapper {
  public:
   explicit CTestWrapper(const SSlot& slot) : m_name(slot.className), m_class(slot.behaviour) {}
 
-  const char* GetClassName() const override { return m_name.c_str(); }
+  const char* GetClassName() const override { return m_name.empty() ? nullptr : m_name.c_str(); }
 
   std::unique_ptr<Zorbel::IObject> CreateInstance(
       const char* method, std::size_t argumentCount, const Arguments* arguments,
@@ -60,8 +60,7 @@ class CTestWrapper : public Zorbel::IBeanWrapper {
 template <std::size_t slot>
 Zorbel::IBeanWrapper* Make() {
   Journal::Add("make " + slots[slot].className);
-  return slots[slot].behaviour.make ? slots[slot].behaviour.make(slots[slot].className)
-                                    : new CTestWrapper(slots[slot]);
+  return slots[slot].behaviour.make ? slots[slot].behaviour.make(slots[slot].className) : new CTestWrapper(slots[slot]);
 }
 
 template <std::size_t... slot>
@@ -104,7 +103,9 @@ void TestClasses::Add(const std::string& className, SClass behaviour) {
   Zorbel::GetLocalLibrary().RegisterFunction(m_makers.back().c_str(), reinterpret_cast<void*>(kMakers[slot]));
 }
 
-Zorbel::IBeanWrapper* MakeWrapper(const std::string& className) { return new CTestWrapper({className, {}}); }
+Zorbel::IBeanWrapper* MakeWrapper(const std::string& className, SClass behaviour) {
+  return new CTestWrapper({className, std::move(behaviour)});
+}
 
 std::string Document(const std::string& beans) {
   return "<zorbel><library path=\"emptyplugin\"><beans>" + beans + "</beans></library></zorbel>";

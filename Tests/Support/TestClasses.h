@@ -22,10 +22,15 @@ struct SCreation {
 
 /// What the wrapper of a class does; each operation has a default that works.
 struct SClass {
-  std::function<std::unique_ptr<Zorbel::IObject>(const SCreation&)> create;                         // a CTestObject
-  std::function<bool(Zorbel::IObject*, const std::string& method, const Arguments* values)> call;  // true
-  std::function<std::vector<std::string>(const std::string& method, std::size_t count)> types;      // "int" for each
-  std::function<Zorbel::IBeanWrapper*(const std::string& className)> make;                          // a wrapper
+  using Create = std::unique_ptr<Zorbel::IObject>(const SCreation&);
+  using Call = bool(Zorbel::IObject*, const std::string& method, const Arguments* values);
+  using Types = std::vector<std::string>(const std::string& method, std::size_t count);
+  using Make = Zorbel::IBeanWrapper*(const std::string& className);
+
+  std::function<Create> create = nullptr;  // a CTestObject
+  std::function<Call> call = nullptr;      // true
+  std::function<Types> types = nullptr;    // "int" for each
+  std::function<Make> make = nullptr;      // a wrapper
 };
 
 /// What the wrappers did, in order: "make C", "create C.method/2", "call C.method/0", "types C.method/1", "~C" when a
@@ -64,8 +69,8 @@ class TestClasses {
   std::vector<std::string> m_makers;
 };
 
-/// A wrapper as the default maker of a class makes it.
-Zorbel::IBeanWrapper* MakeWrapper(const std::string& className);
+/// A wrapper as the default maker of a class makes it; that of the empty class name reports none.
+Zorbel::IBeanWrapper* MakeWrapper(const std::string& className, SClass behaviour = {});
 
 /// Returns a document that declares `beans` for the module "emptyplugin", which exports no wrapper maker.
 std::string Document(const std::string& beans);

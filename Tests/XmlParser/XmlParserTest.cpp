@@ -38,6 +38,7 @@ TEST(XmlParser, FailuresHaveTheirCodeAndPlace) {
       {"<zorbel>\n\xC3\xA9\xC3\xA9</x></zorbel>", eXMLErrorUnmatchedEndTag, 2, 5},
       {"<zorbel>\n <a b=c/></zorbel>", eXMLErrorUnexpectedToken, 2, 7},
       {"<zorbel><a b='1'c='2'/></zorbel>", eXMLErrorUnexpectedToken, 1, 17},
+      {"<zorbel a='1' b='<'/>", eXMLErrorUnexpectedToken, 1, 18},
       {"<zorbel><!-- no end", eXMLErrorUnmatchedEndClearTag, 1, 20},
       {"<zorbel><![CDATA[ no end", eXMLErrorUnmatchedEndClearTag, 1, 25},
       {"<zorbel>\n<a>&nbsp;</a></zorbel>", eXMLErrorUnknownCharacterEntity, 2, 4},
@@ -57,6 +58,7 @@ TEST(XmlParser, FailuresHaveTheirCodeAndPlace) {
   XMLResults results{};
   EXPECT_TRUE(XMLNode::parseString(nullptr, "zorbel", &results).isEmpty());
   EXPECT_EQ(results.error, eXMLErrorNoElements);
+  EXPECT_TRUE(XMLNode::parseString("<zorbel>", "zorbel", nullptr).isEmpty());
 }
 
 TEST(XmlParser, TextsAreTrimmedAndOnlyCommentsDoNotPartThem) {
@@ -65,6 +67,9 @@ TEST(XmlParser, TextsAreTrimmedAndOnlyCommentsDoNotPartThem) {
       {" \n ", "(null)"},
       {"", "(null)"},
       {" a <!-- & --> b ", "ab"},
+      {"<!-- --> <!-- --> a <!-- -->b<!-- -->c<x/>d", "abc"},
+      {" &#32; a&#x9; ", "a"},
+      {"&#32;<x/>b", "b"},
       {"a<x/>b", "a"},
       {"<x/> b ", "b"},
       {"<![CDATA[data]]>", "(null)"},
@@ -86,6 +91,13 @@ TEST(XmlParser, NamesAreFoundWhateverTheirLetterCase) {
   EXPECT_TRUE(root.getChildNode("bean", 2).isEmpty());
 }
 
+TEST(XmlParser, NothingInADocumentTypeIsTakenForATag) {
+  for (const std::string inside :
+       {"<!ENTITY a '>\"&'>", "<!-- ' > -->", "<?a it's > ?>", "<![IGNORE[ ' <![a[ > ]]> \" ]]>"}) {
+    EXPECT_FALSE(Parsed("<!DOCTYPE z [" + inside + "]><Zorbel></zorbel>").isEmpty());
+  }
+}
+
 TEST(XmlParser, TheFirstOfEqualAttributesWinsAndKeepsItsWhiteSpace) {
   const XMLNode root = Parsed("<zorbel Name=' a\r\n\tb ' NAME='2' empty='' quote='&quot;&#10;'/>");
   EXPECT_EQ(OrNull(root.getAttribute("nAME")), " a\r\n\tb ");
@@ -94,9 +106,7 @@ TEST(XmlParser, TheFirstOfEqualAttributesWinsAndKeepsItsWhiteSpace) {
   EXPECT_EQ(root.getAttribute("absent"), nullptr);
 }
 
-TEST(XmlParser, TheTextEndsAtTheFirstZero) {
-  EXPECT_FALSE(Parsed(std::string("<zorbel/>\0<broken", 17)).isEmpty());
-}
+TEST(XmlParser, TheTextEndsAtTheFirstZero) { EXPECT_FALSE(Parsed(std::string("<zorbel/>\0<broken", 17)).isEmpty()); }
 
 TEST(XmlParser, ANodeKeepsItsDocumentAlive) {
   XMLNode child;
@@ -114,6 +124,22 @@ TEST(XmlParser, AWalkVisitsTheChildrenOfOneNameInOrder) {
   }
   EXPECT_EQ(seen, "123");
   EXPECT_TRUE(root.getChildNode("a", &position).isEmpty());
+}
+
+TEST(XmlParser, WalksOfSeveralNamesDoNotDisturbEachOther) {
+  constexpr int kPairs = 200'000;  // time in proportion to their square would be felt
+  std::string text = "<zorbel>";
+  for (int i = 0; i < kPairs; ++i) {
+    text += "<a/><b><a/></b>";
+  }
+  const XMLNode root = Parsed(text + "</zorbel>");
+  int nextA = 0;
+  int nextB = 0;
+  int pairs = 0;
+  while (!root.getChildNode("a", &nextA).isEmpty() && !root.getChildNode("b", &nextB).isEmpty()) {
+    ++pairs;
+  }
+  EXPECT_EQ(pairs, kPairs);
 }
 
 TEST(XmlParser, AnyDepthIsParsedWalkedAndReleased) {

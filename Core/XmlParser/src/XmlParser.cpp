@@ -12,18 +12,12 @@
 namespace {
 
 using XmlParser::kNone;
-using XmlParser::kNoPosition;
 using XmlParser::SElement;
+using XmlParser::SFailure;
 using XmlParser::STree;
 
 // Line ends and white space stay as they are. Sections and instructions keep a node, so that they part texts.
-constexpr unsigned int kOptions =
-    pugi::parse_escapes | pugi::parse_trim_pcdata | pugi::parse_cdata | pugi::parse_pi;
-
-struct SFailure {
-  XMLError error = eXMLErrorNone;
-  std::size_t position = kNoPosition;
-};
+constexpr unsigned int kOptions = pugi::parse_escapes | pugi::parse_trim_pcdata | pugi::parse_cdata | pugi::parse_pi;
 
 XMLError Translate(pugi::xml_parse_status status, bool atEnd) {
   switch (status) {
@@ -49,7 +43,7 @@ SFailure ParseCharacters(const char* text, STree& tree) {
   const std::size_t length = std::strlen(text);
   tree.characters = std::make_unique_for_overwrite<char[]>(length + 1);
   std::memcpy(tree.characters.get(), text, length + 1);
-  const SFailure unknownEntity{eXMLErrorUnknownCharacterEntity, XmlParser::FoldNames(tree.characters.get())};
+  const XmlParser::SScan scan = XmlParser::FoldNames(tree.characters.get());
 
   pugi::xml_document document;
   const pugi::xml_parse_result result =
@@ -58,10 +52,12 @@ SFailure ParseCharacters(const char* text, STree& tree) {
     throw std::bad_alloc();
   }
   const SFailure malformed = FailureOf(result, length);
-  if (unknownEntity.position < malformed.position) {
-    return unknownEntity;
+  if (scan.failure.position < malformed.position) {
+    return scan.failure;
   }
   if (malformed.error == eXMLErrorNone) {
+    tree.elements.reserve(scan.elements + 1);
+    tree.attributes.reserve(scan.attributes);
     BuildTree(document, tree);
   }
   return malformed;
@@ -78,8 +74,7 @@ XMLResults Describe(const char* text, const SFailure& failure) {
 
 // `folded` is in lower case already.
 bool IsName(const char* folded, const char* name) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; };
-  for (; *folded != '\0' && *folded == lower(*name); ++folded, ++name) {
+  for (; *folded != '\0' && *folded == XmlParser::Lower(*name); ++folded, ++name) {
   }
   return *folded == '\0' && *name == '\0';
 }
@@ -102,7 +97,7 @@ XMLNode XMLNode::parseString(const char* text, const char* rootName, XMLResults*
     result = Describe(text, failure);
     return {};
   }
-  const XMLNode root = XMLNode(tree, 0).getChildNode(rootName);
+  XMLNode root = XMLNode(tree, 0).getChildNode(rootName);
   result = {root.isEmpty() ? eXMLErrorFirstTagNotFound : eXMLErrorNone, 0, 0};
   return root;
 }

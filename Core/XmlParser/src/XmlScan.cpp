@@ -9,22 +9,23 @@ namespace {
 
 constexpr std::string_view kNamedEntities[] = {"amp;", "lt;", "gt;", "quot;", "apos;"};
 
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+/// The lower-case form of each sign that may stand in a name; 0 for those that end one.
+struct SFoldTable {
+  char folded[256] = {};
 
-/// The signs that end a name.
-struct SNameEnds {
-  bool ends[256] = {};
-
-  constexpr SNameEnds() {
-    for (const char c : {'\0', ' ', '\t', '\r', '\n', '/', '>', '=', '<', '"', '\''}) {
-      ends[static_cast<unsigned char>(c)] = true;
+  constexpr SFoldTable() {
+    for (int c = 0; c < 256; ++c) {
+      folded[c] = static_cast<char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+    }
+    for (const char c : {' ', '\t', '\r', '\n', '/', '>', '=', '<', '"', '\''}) {
+      folded[static_cast<unsigned char>(c)] = '\0';
     }
   }
 };
 
-bool IsNameEnd(char c) {
-  static constexpr SNameEnds kNameEnds;
-  return kNameEnds.ends[static_cast<unsigned char>(c)];
+char Folded(char c) {
+  static constexpr SFoldTable kTable;
+  return kTable.folded[static_cast<unsigned char>(c)];
 }
 
 int DigitOf(char c, int base) {
@@ -59,25 +60,27 @@ bool IsReference(const char* text) {
   return false;
 }
 
-/// One pass over a document. Stops where the markup is broken: the parser proper reports that.
+/// One pass over a document. Behind broken markup it may go astray: the parser proper stops there, and what comes first
+/// counts.
 class CScan {
  public:
-  explicit CScan(char* text) : m_text(text), m_next(text), m_end(text + std::strlen(text)) {}
+  explicit CScan(char* text)
+      : m_text(text), m_next(text), m_end(text + std::strlen(text)), m_ampersand(Find('&', text, m_end)) {}
 
-  std::size_t Run() {
-    while (*m_next != '\0' && m_bad == kNoPosition) {
+  SScan Run() {
+    while (*m_next != '\0' && !HasFailed()) {
       if (*m_next == '<') {
         ReadMarkup();
       } else {
         ReadText();
       }
     }
-    return m_bad;
+    return m_scan;
   }
 
  private:
   void ReadText() {
-    char* end = Find('<');
+    char* end = Find('<', m_next, m_end);
     if (m_depth > 0) {
       CheckReferences(end);
     }
@@ -87,13 +90,9 @@ class CScan {
   void ReadMarkup() {
     if (m_next[1] != '!' && m_next[1] != '?') {
       ReadTag();
-    } else if (StartsWith("<!--")) {
-      SkipPast(4, "-->");
     } else if (StartsWith("<![CDATA[")) {
       SkipPast(9, "]]>");
-    } else if (StartsWith("<?")) {
-      SkipPast(2, "?>");
-    } else {
+    } else if (!SkipCommentOrInstruction()) {
       SkipDeclaration();
     }
   }
@@ -102,9 +101,10 @@ class CScan {
     ++m_next;
     const bool closing = *m_next == '/';
     m_next += closing ? 1 : 0;
+    m_scan.elements += closing ? 0 : 1;
     FoldName();
     bool selfClosing = false;
-    while (*m_next != '\0' && *m_next != '>' && *m_next != '<' && m_bad == kNoPosition) {
+    while (*m_next != '\0' && *m_next != '>' && *m_next != '<' && !HasFailed()) {
       selfClosing = *m_next == '/';
       ReadInsideTag();
     }
@@ -113,9 +113,9 @@ class CScan {
   }
 
   void ReadInsideTag() {
-    if (*m_next == '"' || *m_next == '\'') {
+    if (IsQuote(*m_next)) {
       ReadValue(*m_next);
-    } else if (IsNameEnd(*m_next)) {
+    } else if (Folded(*m_next) == '\0') {
       ++m_next;
     } else {
       FoldName();
@@ -124,53 +124,92 @@ class CScan {
 
   void ReadValue(char quote) {
     ++m_next;
-    char* end = Find(quote);
+    ++m_scan.attributes;
+    char* end = Find(quote, m_next, m_end);
     CheckReferences(end);
+    if (const char* tag = Find('<', m_next, end); tag != end) {
+      Fail(eXMLErrorUnexpectedToken, tag);
+    }
     m_next = end + (*end == quote ? 1 : 0);
   }
 
   void FoldName() {
-    for (; !IsNameEnd(*m_next); ++m_next) {
-      *m_next = Lower(*m_next);
+    for (char folded; (folded = Folded(*m_next)) != '\0'; ++m_next) {
+      *m_next = folded;
     }
   }
 
-  // From the next character up to `end`.
+  // From the next character up to `end`. The "&" found last is kept: most texts end before it.
   void CheckReferences(const char* end) {
-    for (const char* next = m_next; m_bad == kNoPosition; ++next) {
-      next = static_cast<const char*>(std::memchr(next, '&', static_cast<std::size_t>(end - next)));
-      if (next == nullptr) {
-        return;
+    if (m_ampersand < m_next) {
+      m_ampersand = Find('&', m_next, m_end);
+    }
+    while (m_ampersand < end && !HasFailed()) {
+      if (!IsReference(m_ampersand + 1)) {
+        Fail(eXMLErrorUnknownCharacterEntity, m_ampersand);
       }
-      if (!IsReference(next + 1)) {
-        m_bad = static_cast<std::size_t>(next - m_text);
-      }
+      m_ampersand = Find('&', m_ampersand + 1, m_end);
     }
   }
 
-  // The next `c`, or the end of the text.
-  char* Find(char c) const {
-    void* found = std::memchr(m_next, c, static_cast<std::size_t>(m_end - m_next));
-    return found != nullptr ? static_cast<char*>(found) : m_end;
+  void Fail(XMLError error, const char* place) {
+    const auto position = static_cast<std::size_t>(place - m_text);
+    if (position < m_scan.failure.position) {
+      m_scan.failure = {error, position};
+    }
   }
 
-  // A document type with its internal subset, in which quoted texts and comments may hold any sign.
+  bool HasFailed() const { return m_scan.failure.error != eXMLErrorNone; }
+
+  // The first `c` between `begin` and `end`, or `end`.
+  static char* Find(char c, char* begin, char* end) {
+    void* found = std::memchr(begin, c, static_cast<std::size_t>(end - begin));
+    return found != nullptr ? static_cast<char*>(found) : end;
+  }
+
+  // A document type. The brackets in its opaque parts do not count.
   void SkipDeclaration() {
     int nesting = 0;
     do {
-      if (StartsWith("<!--")) {
-        SkipPast(4, "-->");
-        continue;
+      if (!SkipOpaque()) {
+        nesting += *m_next == '<' ? 1 : *m_next == '>' ? -1 : 0;
+        ++m_next;
       }
-      if (*m_next == '"' || *m_next == '\'') {
-        const char quote[] = {*m_next, '\0'};
-        SkipPast(1, quote);
-        continue;
-      }
-      nesting += *m_next == '<' ? 1 : *m_next == '>' ? -1 : 0;
-      m_next += *m_next != '\0' ? 1 : 0;
     } while (*m_next != '\0' && nesting > 0);
   }
+
+  bool SkipOpaque() {
+    if (IsQuote(*m_next)) {
+      const char quote[] = {*m_next, '\0'};
+      SkipPast(1, quote);
+    } else if (StartsWith("<![")) {
+      SkipSections();
+    } else {
+      return SkipCommentOrInstruction();
+    }
+    return true;
+  }
+
+  // Sections may be nested; nothing else in them counts.
+  void SkipSections() {
+    int nesting = 0;
+    do {
+      const int step = StartsWith("<![") ? 1 : StartsWith("]]>") ? -1 : 0;
+      nesting += step;
+      m_next += step != 0 ? 3 : 1;
+    } while (*m_next != '\0' && nesting > 0);
+  }
+
+  bool SkipCommentOrInstruction() {
+    const bool comment = StartsWith("<!--");
+    if (!comment && !StartsWith("<?")) {
+      return false;
+    }
+    SkipPast(comment ? 4 : 2, comment ? "-->" : "?>");
+    return true;
+  }
+
+  static bool IsQuote(char c) { return c == '"' || c == '\''; }
 
   bool StartsWith(std::string_view mark) const { return std::strncmp(m_next, mark.data(), mark.size()) == 0; }
 
@@ -182,12 +221,13 @@ class CScan {
   char* m_text;
   char* m_next;
   char* m_end;
+  char* m_ampersand;
   int m_depth = 0;
-  std::size_t m_bad = kNoPosition;
+  SScan m_scan;
 };
 
 }  // namespace
 
-std::size_t FoldNames(char* text) { return CScan(text).Run(); }
+SScan FoldNames(char* text) { return CScan(text).Run(); }
 
 }  // namespace XmlParser

@@ -2,13 +2,30 @@
 
 #include <cstddef>
 
+#include "XmlParser/XmlParser.h"
+
 namespace XmlParser {
 
 inline constexpr std::size_t kNoPosition = static_cast<std::size_t>(-1);
 
-/// Prepares `text`, which ends with a NUL, for a parser that compares names exactly and lets unknown entities pass:
-/// folds the names of elements and attributes to lower case. Returns the position of the first "&" inside an element
-/// that starts no reference to a character, or `kNoPosition`; what stands behind it is not folded.
-std::size_t FoldNames(char* text);
+inline char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+
+inline bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+struct SFailure {
+  XMLError error = eXMLErrorNone;
+  std::size_t position = kNoPosition;
+};
+
+struct SScan {
+  SFailure failure;
+  std::size_t elements = 0;  // as many as a document without failure holds
+  std::size_t attributes = 0;
+};
+
+/// Prepares `text`, which ends with a NUL, for a parser that compares names exactly: folds the names of elements and
+/// attributes to lower case. The failure is the first that such a parser lets pass: an "&" inside an element that
+/// starts no reference to a character, or a "<" in a value; what stands behind it is not folded.
+SScan FoldNames(char* text);
 
 }  // namespace XmlParser

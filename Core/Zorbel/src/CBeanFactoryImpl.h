@@ -29,8 +29,7 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
   std::shared_ptr<ITypeRegistration> RegisterService(const char* typeId, bool front,
                                                      std::function<std::unique_ptr<IObject>()>&& maker,
                                                      std::shared_ptr<ITypeRegistration> registration) override;
-  std::shared_ptr<ITypeRegistration> RegisterInstance(const char* typeId, bool front,
-                                                      std::shared_ptr<IObject> instance,
+  std::shared_ptr<ITypeRegistration> RegisterInstance(const char* typeId, bool front, std::shared_ptr<IObject> instance,
                                                       std::shared_ptr<ITypeRegistration> registration) override;
   void ReleaseInstance(const std::shared_ptr<IObject>& instance) override;
   unsigned int GetServiceCount(const char* typeId) override;

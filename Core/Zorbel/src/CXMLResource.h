@@ -142,9 +142,9 @@ class CXMLResource {
   CStringT<wchar_t> m_fileName;  // empty for a document from a text
   std::vector<CStringT<char>> m_eagerBeans;
   CbMap<CStringT<char>, const SLibrary*> m_eagerLibraries;
-  std::deque<SLibraryRecord> m_libraries;                      // never moved or removed
-  CbMap<CStringT<char>, SLibraryRecord*> m_librariesByPath;    // keeps look-ups from walking the list above
-  CbMap<CStringT<char>, SLibraryRecord*> m_librariesByBean;    // the first, in their order, with a bean of that name
+  std::deque<SLibraryRecord> m_libraries;                    // never moved or removed
+  CbMap<CStringT<char>, SLibraryRecord*> m_librariesByPath;  // keeps look-ups from walking the list above
+  CbMap<CStringT<char>, SLibraryRecord*> m_librariesByBean;  // the first, in their order, with a bean of that name
   std::vector<std::unique_ptr<ILibrary>> m_loadedLibraries;
   BeanMap m_beans;
   CbMap<CStringT<char>, ServiceList> m_services;  // a list is never empty

@@ -111,8 +111,7 @@ SLibraryRecord* CXMLResource::parseClass(const XMLNode& node, SBeanDescription& 
   return library;
 }
 
-void CXMLResource::parseName(const XMLNode& node, SBeanDescription& bean, const SScope& scope,
-                             const char* inlineName) {
+void CXMLResource::parseName(const XMLNode& node, SBeanDescription& bean, const SScope& scope, const char* inlineName) {
   bean.name = inlineName != nullptr ? CStringT<char>(inlineName)
                                     : SubstituteNarrow(node.getAttribute("name"), *scope.variables);
 }
@@ -166,8 +165,7 @@ void CXMLResource::parseConstructorArguments(const XMLNode& node, SBeanDescripti
   });
   if (bean.constructorArguments.empty()) {
     Internal::Raise({kResourceFile, "Zorbel::CXMLResource::parseConstructorArguments"},
-                    L"Error while parsing constructor arguments of bean '%s': There are no arguments",
-                    Wide(bean.name));
+                    L"Error while parsing constructor arguments of bean '%s': There are no arguments", Wide(bean.name));
   }
 }
 

@@ -79,8 +79,8 @@ void CXMLResource::IntegrateServices(const CXMLResource& other) {
       if (bean.interfaces.empty()) {
         continue;
       }
-      auto registration = std::make_shared<CServiceConfig>(CServiceConfig::SharedMaker(
-          [owner = m_owner, name = bean.name] { return owner->GetBean(name, nullptr); }));
+      auto registration = std::make_shared<CServiceConfig>(
+          CServiceConfig::SharedMaker([owner = m_owner, name = bean.name] { return owner->GetBean(name, nullptr); }));
       if (bean.singleton) {
         registration->SetSingleton();
       }

@@ -101,8 +101,6 @@ class CExpansion {
 
 }  // namespace
 
-std::wstring Expand(const std::wstring& text, const Variables& variables) {
-  return CExpansion(text, variables).Run();
-}
+std::wstring Expand(const std::wstring& text, const Variables& variables) { return CExpansion(text, variables).Run(); }
 
 }  // namespace Zorbel::Internal

@@ -103,8 +103,7 @@ class CbPlexManager {
 
   static std::string QualifiedName(const char* member) {
     return "CbPlexManager" +
-           CbTemplateArguments(CbTypeName<T>::Get() + "," + std::to_string(bThreadSafe) + "," +
-                               CbTypeName<Counter>::Get()) +
+           CbTemplateArguments(CbTypeName<T>::Get() + (bThreadSafe != 0 ? ",1," : ",0,") + CbTypeName<Counter>::Get()) +
            "::" + member;
   }
 
@@ -148,7 +147,8 @@ class CbPlexManager {
       return false;
     }
     blocks = block;
-    block->storage = static_cast<std::byte*>(::operator new(count * kElementSize, std::nothrow));
+    const std::size_t size = count * kElementSize;
+    block->storage = static_cast<std::byte*>(::operator new(size, std::nothrow));
     if (block->storage == nullptr) {
       return false;
     }

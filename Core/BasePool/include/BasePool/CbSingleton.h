@@ -1,8 +1,6 @@
 #pragma once
 
 #include <atomic>
-#include <cstdlib>
-#include <new>
 
 #include "BasePool/CbCriticalSection.h"
 
@@ -29,24 +27,21 @@ class CbSingleton {
   ~CbSingleton() = default;
 
  private:
+  // Goes on the module's exit list when a request first passes it, before the instance is made.
+  struct SDestroyer {
+    ~SDestroyer() { delete s_instance.exchange(nullptr); }
+  };
+
   // Runs under the lock, which is recursive: the constructor of one singleton may ask for another. When it throws, the
   // next request tries again.
   static T& Create() {
     const CbLock lock(CbSingletonRegistry::Lock());
-    if (!s_destroyerEntered) {
-      if (std::atexit(&Destroy) != 0) {
-        throw std::bad_alloc();
-      }
-      s_destroyerEntered = true;
-    }
+    static SDestroyer destroyer;
     if (s_instance.load(std::memory_order_relaxed) == nullptr) {
       s_instance.store(new T, std::memory_order_release);
     }
     return *s_instance.load(std::memory_order_relaxed);
   }
 
-  static void Destroy() { delete s_instance.exchange(nullptr); }
-
   inline static std::atomic<T*> s_instance{nullptr};
-  inline static bool s_destroyerEntered = false;
 };

@@ -18,7 +18,7 @@ class CbStrT<std::wstring> {
 
   /// Replaces the target by the arguments formatted by `format`, with the wide printf rules: `%s` takes a wide text.
   /// A zero character ends the result. Returns the target.
-  /// Throws: `CException`, with the target unchanged and nothing logged, when `format` is null or cannot be carried out.
+  /// Throws: `CException`, with the target unchanged and nothing logged, when `format` is null or cannot be done.
   std::wstring& Format(const wchar_t* format, ...);
   std::wstring& Format(const wchar_t* format, va_list arguments);
 

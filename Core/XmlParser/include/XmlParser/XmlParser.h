@@ -17,7 +17,8 @@ enum XMLError {
   eXMLErrorCharConversionError
 };
 
-/// How a parse went. Line and column count from 1, a column for each character; both are 0 when no place is known.
+/// How a parse went. Line and column tell where the parser stopped and count from 1, a column for each character; both
+/// are 0 when no place is known.
 struct XMLResults {
   XMLError error;
   int nLine;
@@ -51,7 +52,7 @@ class XMLNode {
   XMLNode getChildNode(const char* name, int index = 0) const;
 
   /// Returns the next child of that name and moves `iterator`, which starts at 0, behind it; an empty node at the end.
-  /// A walk takes time in proportion to the children.
+  /// A walk takes time in proportion to the children. Requires: `iterator` is 0 or comes from a call on this element.
   XMLNode getChildNode(const char* name, int* iterator) const;
 
   /// Returns the value of an attribute, the first of that name; null when there is none.

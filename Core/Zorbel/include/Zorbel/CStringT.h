@@ -84,9 +84,7 @@ class CStringT {
   int Compare(const C* other) const noexcept { return View(m_text).compare(ViewOf(other)); }
 
   int Find(C c, int start = 0) const noexcept { return Position(Whole().find(c, StartAt(start))); }
-  int Find(const C* text, int start = 0) const noexcept {
-    return Position(Whole().find(ViewOf(text), StartAt(start)));
-  }
+  int Find(const C* text, int start = 0) const noexcept { return Position(Whole().find(ViewOf(text), StartAt(start))); }
   int ReverseFind(C c) const noexcept { return Position(Whole().rfind(c)); }
 
   CStringT Left(int count) const { return Mid(0, count); }
@@ -138,8 +136,12 @@ class CStringT {
   CStringT& TrimRight() { return *this = CStringT(Whole().substr(0, Whole().find_last_not_of(kWhiteSpace) + 1)); }
 
   /// Convert by the C library's locale.
-  CStringT& MakeLower() { return Transform([](std::wint_t c) { return std::towlower(c); }); }
-  CStringT& MakeUpper() { return Transform([](std::wint_t c) { return std::towupper(c); }); }
+  CStringT& MakeLower() {
+    return Transform([](std::wint_t c) { return std::towlower(c); });
+  }
+  CStringT& MakeUpper() {
+    return Transform([](std::wint_t c) { return std::towupper(c); });
+  }
 
   /// Replaces the text by the formatted one, with the printf rules of the string's width: `%s` takes a text of that
   /// width, `%S` one of the other. Throws: `CStringFormatError`, leaving the text alone.
@@ -161,7 +163,6 @@ class CStringT {
   friend bool operator==(const C* a, const CStringT& b) noexcept { return b.Compare(a) == 0; }
   friend bool operator!=(const CStringT& a, const CStringT& b) noexcept { return !(a == b); }
   friend bool operator!=(const CStringT& a, const C* b) noexcept { return !(a == b); }
-  friend bool operator!=(const C* a, const CStringT& b) noexcept { return !(a == b); }
   friend bool operator!=(const C* a, const CStringT& b) noexcept { return !(a == b); }
   friend bool operator<(const CStringT& a, const CStringT& b) noexcept { return a.Compare(b.m_text) < 0; }
   friend bool operator>(const CStringT& a, const CStringT& b) noexcept { return b < a; }
@@ -272,24 +273,25 @@ class CStringT {
 
   template <class F>
   CStringT& Transform(F convert) {
+    const auto convertOne = [&](wchar_t c) { return static_cast<wchar_t>(convert(static_cast<std::wint_t>(c))); };
     std::basic_string<C> result(Whole());
-    for (C& c : result) {
-      c = TransformCharacter(c, convert);
+    if constexpr (std::is_same_v<C, wchar_t>) {
+      std::transform(result.begin(), result.end(), result.begin(), convertOne);
+    } else {
+      result = TransformNarrow(Zorbel::detail::CodePage::Widen(result), convertOne);
     }
     return *this = CStringT(View(result));
   }
 
   // A character whose counterpart the code page lacks stays as it is.
   template <class F>
-  static C TransformCharacter(C c, F convert) {
-    if constexpr (std::is_same_v<C, wchar_t>) {
-      return static_cast<C>(convert(static_cast<std::wint_t>(c)));
-    } else {
-      using Zorbel::detail::CodePage;
-      const auto converted = static_cast<wchar_t>(convert(static_cast<std::wint_t>(CodePage::ToWide(c))));
-      const char narrow = CodePage::ToNarrow(converted);
-      return CodePage::ToWide(narrow) == converted ? narrow : c;
+  static std::string TransformNarrow(std::wstring text, F convert) {
+    using Zorbel::detail::CodePage;
+    for (wchar_t& c : text) {
+      const std::wstring converted(1, convert(c));
+      c = CodePage::Widen(CodePage::Narrow(converted)) == converted ? converted[0] : c;
     }
+    return CodePage::Narrow(text);
   }
 
   void AssignFormatted(bool done, const std::basic_string<C>& result) {

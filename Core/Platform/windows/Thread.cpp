@@ -1,0 +1,11 @@
+#include "Platform/Thread.h"
+
+#include "WindowsApi.h"
+
+namespace Platform {
+
+unsigned int CurrentThreadId() { return GetCurrentThreadId(); }
+
+std::size_t MaximumResolutionDepth() { return 256; }  // a thread's stack is 1 MB
+
+}  // namespace Platform

@@ -1,0 +1,119 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+
+#include "Platform/Clock.h"
+#include "Platform/CodePage.h"
+#include "Platform/File.h"
+#include "Platform/Module.h"
+#include "Platform/TextDetection.h"
+#include "Platform/Thread.h"
+#include "Platform/Uuid.h"
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+
+namespace {
+
+class File : public testing::Test {
+ protected:
+  File() { fs::create_directories(m_folder / L"sub"); }
+  ~File() override { fs::remove_all(m_folder); }
+
+  void Write(const fs::path& name, const std::string& content) {
+    std::ofstream(m_folder / name, std::ios::binary) << content;
+  }
+  std::wstring Name(const std::wstring& name) const { return m_folder.wstring() + L"/" + name; }
+
+  const fs::path m_folder = fs::temp_directory_path() / ("PlatformTest" + std::to_string(Platform::CurrentThreadId()));
+};
+
+}  // namespace
+
+TEST(Module, IsFoundByBareNameBesideTheProgramAndByPathWhateverTheCurrentFolder) {
+  const fs::path plugin = EMPTY_PLUGIN;
+  void* module = Platform::LoadModule("emptyplugin");
+  ASSERT_NE(nullptr, module);
+  EXPECT_EQ(module, Platform::LoadModule(plugin.filename().string()));
+  EXPECT_EQ(module, Platform::LoadModule(plugin.string()));
+  for (const char* missing : {"", "missing", "emptyplugin.", "./emptyplugin"}) {
+    EXPECT_EQ(nullptr, Platform::LoadModule(missing)) << missing;
+  }
+}
+
+TEST(Module, GivesOnlyFunctionsOfItsOwnByTheirExactName) {
+  void* module = Platform::LoadModule("emptyplugin");
+  ASSERT_NE(nullptr, Platform::FindFunction(module, "PluginVersion"));
+  EXPECT_EQ(1, reinterpret_cast<int (*)()>(Platform::FindFunction(module, "PluginVersion"))());
+  for (const char* missing : {"pluginversion", "", "malloc"}) {  // the last one is of a library that it depends on
+    EXPECT_EQ(nullptr, Platform::FindFunction(module, missing)) << missing;
+  }
+}
+
+TEST(TextDetection, TellsUtf16FromOtherBytes) {
+  for (const std::string& text : {"\xFF\xFE<\0"s, "<\0z\0/\0>\0"s, "<\0!\0-\0-\0\0\x30"s}) {  // the last one has U+3000
+    EXPECT_TRUE(Platform::IsUtf16Text(text)) << testing::PrintToString(text);
+  }
+  for (const std::string& text : {""s, "<"s, "<z/>"s, "\xEF\xBB\xBF<z/>"s, "\0<\0z"s, "<\0z\0>"s, "<\0\0\0z\0\0\0"s}) {
+    EXPECT_FALSE(Platform::IsUtf16Text(text)) << testing::PrintToString(text);
+  }
+}
+
+TEST(CodePage, TakesUtf16WithASubstituteForWhatItLacks) {
+  std::string text = "replaced";
+  EXPECT_TRUE(Platform::Utf16ToAnsi("a\0\xF6\0\xAC\x20\0\x01\x3D\xD8\0\xDE\x3D\xD8z"s, text));
+  EXPECT_EQ("a\xF6\x80???", text);  // the fifth and sixth unit are one character, the seventh is half of one
+  EXPECT_TRUE(Platform::Utf16ToAnsi("", text));
+  EXPECT_EQ("", text);
+}
+
+TEST_F(File, IsReadWholeAndUnchangedWithEitherSeparator) {
+  const std::string content = "a\r\n\0\x1A\xFF"s + std::string(200'000, 'x');
+  Write(u8"sub/gr\u00FC\u00DF.xml", content);
+  Write(L"empty", "");
+  EXPECT_EQ(content, Platform::ReadFile(Name(L"sub\\gr\u00FC\u00DF.xml")));
+  EXPECT_EQ(content, Platform::ReadFile(Name(L"sub/gr\u00FC\u00DF.xml")));
+  EXPECT_EQ("", Platform::ReadFile(Name(L"empty")));
+  for (const wchar_t* unreadable : {L"missing", L"sub", L"sub/", L"empty/x"}) {
+    EXPECT_EQ(std::nullopt, Platform::ReadFile(Name(unreadable))) << unreadable;
+  }
+  EXPECT_EQ(std::nullopt, Platform::ReadFile(L""));
+}
+
+TEST_F(File, IsResolvedToOneTextWhateverItsName) {
+  Write(L"sub/file", "");
+  Write(L"file", "");
+  const std::wstring resolved = Platform::ResolveFileName(Name(L"sub/file"));
+  for (const wchar_t* same : {L"sub\\file", L"./sub//file", L"sub/../sub/file"}) {
+    EXPECT_EQ(resolved, Platform::ResolveFileName(Name(same))) << same;
+  }
+  EXPECT_NE(resolved, Platform::ResolveFileName(Name(L"file")));
+  EXPECT_EQ(Name(L"./missing"), Platform::ResolveFileName(Name(L"./missing")));
+}
+
+TEST(Uuid, IsLowerCaseTextAndNewEachTime) {
+  std::string first;
+  std::string second;
+  ASSERT_TRUE(Platform::CreateUuidText(first) && Platform::CreateUuidText(second));
+  EXPECT_NE(first, second);
+  for (char& c : first) {
+    c = "0123456789abcdef"s.find(c) != std::string::npos ? 'x' : c;
+  }
+  EXPECT_EQ("xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx", first);
+}
+
+TEST(Clock, CountsAtItsFrequency) {
+  std::uint64_t frequency = 0;
+  ASSERT_TRUE(Platform::GetFineFrequency(frequency));
+  const std::uint64_t fine = Platform::FineTicks();
+  const std::uint64_t coarse = Platform::MillisecondTicks();
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  const std::uint64_t coarseSpan = Platform::MillisecondTicks() - coarse;
+  const std::uint64_t fineSpan = (Platform::FineTicks() - fine) * 1000 / frequency;
+  EXPECT_LE(34U, coarseSpan);  // a coarse clock moves in steps of up to 16 ms
+  EXPECT_LE(coarseSpan, fineSpan + 16);
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <Zorbel/Zorbel.h>
+#include <gtest/gtest.h>
+
+#include "Support/LogCapture.h"
+#include "Support/TestClasses.h"
+
+namespace Test {
+
+using Lines = std::vector<std::string>;
+using WideLines = std::vector<std::wstring>;
+using Object = std::shared_ptr<Zorbel::IObject>;
+
+/// A bean "b"; `attributes` begins with its class.
+inline std::string Bean(const std::string& attributes, const std::string& content = "") {
+  return "<bean name='b' class='" + attributes + "'>" + content + "</bean>";
+}
+inline std::string Argument(const std::string& value) {
+  return "<constructor-arg><argument>" + value + "</argument></constructor-arg>";
+}
+inline std::string Numbered(std::string name, int number) { return name.append(std::to_string(number)); }
+
+/// A stand-alone container with beans of the module "emptyplugin".
+inline Zorbel::CContainer Load(const std::string& beans) { return {Document(beans).c_str(), false}; }
+
+inline std::unique_ptr<Zorbel::IObject> MakeObject() { return std::make_unique<CTestObject>("S", SCreation{}); }
+
+/// Returns the message of the error that `f` raises, if it does.
+template <class F>
+std::wstring ErrorOf(F f) {
+  try {
+    f();
+  } catch (const Zorbel::CException& error) {
+    return error.GetMessageW();
+  }
+  return L"no error";
+}
+
+/// Classes of the test's own and a captured log.
+class Beans : public testing::Test {
+ protected:
+  /// Function and file of the last line of the log.
+  std::string Origin() const { return m_log.Records().back().function + " in " + m_log.Records().back().file; }
+
+  LogCapture m_log;
+  TestClasses m_classes;
+};
+
+}  // namespace Test

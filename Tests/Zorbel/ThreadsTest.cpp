@@ -1,0 +1,151 @@
+#include <atomic>
+
+#include "Beans.h"
+#include "Together.h"
+
+using namespace Test;
+using Zorbel::CContainer;
+
+namespace {
+
+constexpr int kThreads = 4;
+constexpr int kRounds = 200;
+
+std::string Singletons(const std::string& prefix, const std::string& attributes = "") {
+  std::string beans;
+  for (int i = 0; i < kRounds; ++i) {
+    beans += Numbered("<bean name='" + prefix, i) + "' class='C' singleton='true' " + attributes + "/>";
+  }
+  return beans;
+}
+
+/// A class "C" that counts its instances, and "H", whose instances run a function of the test when they are made.
+class FactoryThreads : public Beans {
+ protected:
+  FactoryThreads() {
+    m_classes.Add("C", {.create = [this](auto&) { return ++m_created, MakeObject(); }});
+    m_classes.Add("H", {.create = [this](auto&) { return std::function(m_hook)(), MakeObject(); }});
+  }
+
+  std::function<void()> m_hook;
+  std::atomic<int> m_created{0};
+};
+
+}  // namespace
+
+TEST_F(FactoryThreads, CreateSingletonsAndSingletonServicesOnce) {
+  CContainer container = Load(Singletons("s"));
+  for (int i = 0; i < kRounds; ++i) {
+    container.RegisterService("svc", [this] { return ++m_created, MakeObject(); })->SetSingleton();
+  }
+  std::vector<Object> seen[kThreads];
+  RunTogether(kThreads, [&](int thread) {
+    for (int i = 0; i < kRounds; ++i) {
+      seen[thread].push_back(container.GetBean(Numbered("s", i).c_str()));
+      seen[thread].push_back(container.GetService("svc", static_cast<unsigned int>(i)));
+    }
+  });
+  EXPECT_EQ(m_created, 2 * kRounds);
+  for (const auto& objects : seen) {
+    EXPECT_EQ(objects, seen[0]);
+  }
+}
+
+TEST_F(FactoryThreads, AttachToOneSharedFactoryAndLoadIntoItOneAfterTheOther) {
+  std::atomic<int> refused{0};
+  RunTogether(kThreads, [](int) {
+    for (int i = 0; i < kRounds; ++i) {
+      const CContainer first;
+      EXPECT_EQ(first.GetFactory(), CContainer().GetFactory());
+    }
+  });
+  const CContainer shared;
+  RunTogether(kThreads, [&](int thread) {
+    const std::string document = Document(Singletons(Numbered("t", thread) + "_", "lazy='false'"));
+    EXPECT_EQ(CContainer(document.c_str(), true).GetFactory(), shared.GetFactory());
+    refused += ErrorOf([] { CContainer(Document(Singletons("x")).c_str(), true); }) != L"no error";
+  });
+  EXPECT_EQ(refused, kThreads - 1);
+  EXPECT_EQ(m_created, kThreads * kRounds);
+}
+
+TEST_F(FactoryThreads, MayDoAnythingAtAnyTime) {
+  Zorbel::GetLocalLibrary().RegisterTypeID("IThreads", "svc");
+  Logging::SetLevel(Logging::kLevelOff);
+  const std::string document =
+      Document("<bean name='p' class='C' singleton='true'><provides><interface>IThreads</interface></provides></bean>" +
+               Bean("C", Argument("<ref service='IThreads'/>")));
+  CContainer container(document.c_str(), false);
+  const std::function<void()> kOperations[] = {
+      [&] { container.GetBean("b"); },
+      [&] { container.Reset(document.c_str()); },
+      [&] { container.GetService("svc", container.GetServiceCount("svc") / 2); },
+      [&] { container.Exists("b"); },
+      [&] { container.RegisterService("svc", MakeObject)->SetReleaseFunction([](auto*) {}); },
+      [&, object = Object(MakeObject())] {
+        container.RegisterInstance("svc", object, true);
+        ErrorOf([&] { container.ReleaseInstance(object); });  // a reset may have been faster
+      },
+  };
+  RunTogether(6, [&](int thread) {
+    for (int i = 0; i < kRounds; ++i) {
+      kOperations[thread]();
+    }
+  });
+  EXPECT_NE(container.GetBean("b"), nullptr);
+}
+
+TEST_F(FactoryThreads, LoadFromBeanCodeUnlessTheyOrAnotherThreadLoad) {
+  const CContainer container = Load("<bean name='h' class='H'/>");
+  WideLines errors;
+  const auto load = [&] { errors.push_back(ErrorOf([] { CContainer("", true); })); };
+  m_hook = load;
+  container.GetBean("h");
+  Load("<bean name='e' class='H' lazy='false'/>");
+
+  std::promise<void> loading;
+  std::promise<void> tried;
+  RunTogether(2, [&](int thread) {
+    if (thread == 0) {
+      m_hook = [&] {
+        m_hook = [&] { load(), tried.set_value(); };
+        loading.set_value();
+        tried.get_future().wait();
+      };
+      Load("<bean name='e' class='H' lazy='false'/>");
+    } else {
+      loading.get_future().wait();
+      container.GetBean("h");
+    }
+  });
+  EXPECT_EQ(errors, (WideLines{L"no error", L"Configuration is being loaded on this thread",
+                               L"Configuration is being loaded by another thread"}));
+}
+
+TEST_F(FactoryThreads, ReleaseServicesWhileAReleaseFunctionWaitsForTheFactory) {
+  CContainer container = Load("<bean name='h' class='H'/><bean name='c' class='C'/>");
+  std::promise<void> releasing;
+  std::promise<void> resolving;
+  int released = 0;  // release functions run one after the other
+  container.RegisterService("svc", MakeObject)->SetReleaseFunction([&](auto*) {
+    if (++released == 1) {
+      releasing.set_value();
+      resolving.get_future().wait();
+      EXPECT_NE(container.GetBean("c"), nullptr);
+    }
+  });
+  m_hook = [&] {
+    resolving.set_value();
+    container.GetService("svc");
+  };
+  RunTogether(kThreads, [&](int thread) {
+    if (thread == 1) {
+      releasing.get_future().wait();
+      container.GetBean("h");
+    }
+    for (int i = 0; i < kRounds; ++i) {
+      container.GetService("svc");
+    }
+  });
+  EXPECT_EQ(released, kThreads * kRounds + 1);
+}
