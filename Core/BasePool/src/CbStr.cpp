@@ -29,7 +29,7 @@ std::wstring& CbStrT<std::wstring>::Format(const wchar_t* format, va_list argume
   if (!Zorbel::detail::PrintFormatter<wchar_t>::Format(text, format, arguments)) {
     throw CException(kFile, __LINE__, kFormatFunction);
   }
-  return m_target = text.c_str();
+  return m_target = text.substr(0, text.find(L'\0'));
 }
 
 CbStrT<std::wstring>::CException::CException(const char* file, unsigned int line, const char* function)

@@ -127,9 +127,6 @@ class CScan {
     ++m_scan.attributes;
     char* end = Find(quote, m_next, m_end);
     CheckReferences(end);
-    if (const char* tag = Find('<', m_next, end); tag != end) {
-      Fail(eXMLErrorUnexpectedToken, tag);
-    }
     m_next = end + (*end == quote ? 1 : 0);
   }
 

@@ -24,8 +24,8 @@ struct SScan {
 };
 
 /// Prepares `text`, which ends with a NUL, for a parser that compares names exactly: folds the names of elements and
-/// attributes to lower case. The failure is the first that such a parser lets pass: an "&" inside an element that
-/// starts no reference to a character, or a "<" in a value; what stands behind it is not folded.
+/// attributes to lower case. The failure is one that such a parser lets pass: the first "&" inside an element that
+/// starts no reference to a character; what stands behind it is not folded.
 SScan FoldNames(char* text);
 
 }  // namespace XmlParser

@@ -20,7 +20,7 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
   CBeanFactoryImpl() : CBeanFactoryImpl(this) {}
 
   /// Takes over what `source` holds. Throws: `CException` when this factory is not emptied.
-  CBeanFactoryImpl& operator=(CBeanFactoryImpl&& source);
+  CBeanFactoryImpl& operator=(CBeanFactoryImpl&& source);  // NOLINT(performance-noexcept-move-constructor)
 
   bool Exists(const char* name) override;
   std::shared_ptr<IObject> GetService(const char* typeId, unsigned int index) override;

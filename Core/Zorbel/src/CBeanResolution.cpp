@@ -102,7 +102,7 @@ bool CBeanResolution::DependsOnItself() const {
   }
   std::string path = m_name;
   for (const auto* frame = Internal::ThisThread().resolving; frame != nullptr; frame = frame->outer) {
-    path = frame->bean->GetDescription().name.GetString() + (" -> " + path);
+    path.insert(0, " -> ").insert(0, frame->bean->GetDescription().name.GetString());
   }
   GiveUp(Here(), L"Bean '%s' depends on itself (%s)", m_name, path);
   return true;

@@ -208,7 +208,7 @@ std::vector<std::shared_ptr<ITypeRegistration>> CXMLResource::ReleaseInstance(
     const std::shared_ptr<IObject>& instance) {
   std::vector<std::shared_ptr<ITypeRegistration>> removed;
   for (auto* entry = m_services.GetStartPosition(); entry != nullptr;) {
-    auto* current = std::exchange(entry, m_services.GetNextAssoc(entry));
+    auto* current = std::exchange(entry, decltype(m_services)::GetNextAssoc(entry));
     ServiceList& services = current->value;
     const auto held = std::find_if(services.begin(), services.end(),
                                    [&](const auto& registration) { return Holds(registration, instance); });

@@ -55,7 +55,7 @@ struct CbKeyTraits<CStringT<wchar_t>> {
     std::uint64_t hash = 0;
     const auto add = [&hash](std::uint64_t unit) { hash = hash * CbHash::kMultiplier + unit; };
     for (; *key != 0; ++key) {
-      const auto c = static_cast<std::uint64_t>(*key);
+      const std::uint64_t c = static_cast<char32_t>(*key);
       if (c < kFirstSupplementary) {
         add(c);
       } else {
@@ -81,6 +81,6 @@ struct CbKeyTraits<T*> {
   using Query = T*;
 
   // Low byte first is the byte order of the systems that the library runs on.
-  static std::uint64_t Hash(Query key) { return CbHash::Fnv1a(&key, sizeof key); }
+  static std::uint64_t Hash(Query key) { return CbHash::Fnv1a(&key, sizeof(void*)); }
   static bool Equal(T* a, Query b) { return a == b; }
 };

@@ -15,7 +15,7 @@
 #define ZORBEL_INTERFACE
 #define ZORBEL_LOCAL
 #define ZORBEL_PLUGIN_EXPORT extern "C" __declspec(dllexport)
-#define ZORBEL_CODE_PAGE_HEADER <Zorbel/detail/WindowsCodePage.h>
+#define ZORBEL_CODE_PAGE_HEADER "Zorbel/detail/WindowsCodePage.h"
 
 // The system's header rewrites this name, which an interface has. Rewritten here as well, it is the same for every
 // program, whether it includes that header before this one, after it or not at all.
@@ -31,5 +31,5 @@
 #define ZORBEL_INTERFACE __attribute__((visibility("default")))
 #define ZORBEL_LOCAL __attribute__((visibility("hidden")))
 #define ZORBEL_PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
-#define ZORBEL_CODE_PAGE_HEADER <Zorbel/detail/FixedCodePage.h>
+#define ZORBEL_CODE_PAGE_HEADER "Zorbel/detail/FixedCodePage.h"
 #endif

@@ -6,8 +6,7 @@
 
 #include <Zorbel/Export.h>
 
-namespace Zorbel {
-namespace detail {
+namespace Zorbel::detail {
 
 /// The fixed ANSI code page of systems without code pages of their own: Windows-1252. Its five unassigned bytes are the
 /// C1 controls of the same value. One byte is one character, in both directions.
@@ -38,7 +37,7 @@ class CodePage {
 
   /// A character that the code page lacks becomes the substitute.
   static char ToNarrow(wchar_t c) noexcept {
-    const auto value = static_cast<unsigned long>(c);
+    const auto value = static_cast<char32_t>(c);
     if (value <= 0xFF && !IsSpecial(value)) {
       return static_cast<char>(static_cast<unsigned char>(value));
     }
@@ -58,10 +57,9 @@ class CodePage {
       0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
       0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-  static constexpr bool IsSpecial(unsigned long value) noexcept {
+  static constexpr bool IsSpecial(char32_t value) noexcept {
     return value >= kFirstSpecial && value < kFirstSpecial + kSpecialCount;
   }
 };
 
-}  // namespace detail
-}  // namespace Zorbel
+}  // namespace Zorbel::detail

@@ -13,8 +13,7 @@
 #include <Zorbel/Export.h>
 #include <Zorbel/detail/CodePage.h>
 
-namespace Zorbel {
-namespace detail {
+namespace Zorbel::detail {
 
 /// printf for both widths of text, with the wide rules that the system's formats are written in, on every platform:
 /// `%s` and `%c` take the width of the format, `%S` and `%C` the other one, `h` narrow and `l` wide text, and `I64`
@@ -22,6 +21,9 @@ namespace detail {
 template <class C>
 class PrintFormatter {
  public:
+  PrintFormatter(const PrintFormatter&) = delete;
+  PrintFormatter& operator=(const PrintFormatter&) = delete;
+
   /// Replaces `target` by the formatted text. Returns false, leaving `target` alone, when `format` is null or holds a
   /// conversion that cannot be carried out, or when the text would be longer than an int counts.
   static bool Format(std::basic_string<C>& target, const C* format, va_list arguments) {
@@ -50,8 +52,6 @@ class PrintFormatter {
 
   PrintFormatter(const C* format, va_list arguments) : m_next(format) { va_copy(m_arguments, arguments); }
   ~PrintFormatter() { va_end(m_arguments); }
-  PrintFormatter(const PrintFormatter&) = delete;
-  PrintFormatter& operator=(const PrintFormatter&) = delete;
 
   bool Run() {
     while (*m_next != 0) {
@@ -232,7 +232,7 @@ class PrintFormatter {
       return true;
     }
     std::string text(size + 1, '\0');
-    std::snprintf(&text[0], text.size(), format.c_str(), conversion.width, conversion.precision, value);
+    std::snprintf(text.data(), text.size(), format.c_str(), conversion.width, conversion.precision, value);
     AppendAscii(text.data(), size);
     return true;
   }
@@ -317,5 +317,4 @@ class PrintFormatter {
   std::basic_string<C> m_text;
 };
 
-}  // namespace detail
-}  // namespace Zorbel
+}  // namespace Zorbel::detail

@@ -14,8 +14,7 @@ __declspec(dllimport) int __stdcall WideCharToMultiByte(unsigned int codePage, u
                                                         const char* substitute, int* usedSubstitute);
 }
 
-namespace Zorbel {
-namespace detail {
+namespace Zorbel::detail {
 
 /// The thread's ANSI code page. A character that it lacks becomes the system's default character.
 class CodePage {
@@ -50,5 +49,4 @@ class CodePage {
   }
 };
 
-}  // namespace detail
-}  // namespace Zorbel
+}  // namespace Zorbel::detail
