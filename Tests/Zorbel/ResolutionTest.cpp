@@ -179,13 +179,16 @@ TEST_F(Resolution, NestsAThousandDeepAndNoDeeper) {
 TEST_F(Resolution, SurvivesBeanCodeThatResetsOrDropsTheContainer) {
   for (const bool drop : {false, true}) {
     auto container = std::make_unique<CContainer>(nullptr);
+    std::weak_ptr<Zorbel::IBeanFactory> factory;
     TestClasses classes;
     classes.Add("C", {.call = [&](auto*, auto&, auto*) {
                   drop ? container.reset() : container->Reset();
-                  return true;
+                  return !factory.expired();
                 }});
     *container = Load(Bean("C' singleton='true' init-method='Init") + "<bean name='d' class='C'/>");
+    factory = container->GetFactory();
     EXPECT_NE(container->GetBean("b"), nullptr);
+    EXPECT_EQ(factory.expired(), drop);
     EXPECT_TRUE(drop || container->GetBean("b") == nullptr);
   }
 }

@@ -1,4 +1,6 @@
 #include <atomic>
+#include <chrono>
+#include <thread>
 
 #include "Beans.h"
 #include "Together.h"
@@ -23,8 +25,14 @@ std::string Singletons(const std::string& prefix, const std::string& attributes 
 class FactoryThreads : public Beans {
  protected:
   FactoryThreads() {
-    m_classes.Add("C", {.create = [this](auto&) { return ++m_created, MakeObject(); }});
+    m_classes.Add("C", {.create = [this](auto&) { return MakeSlowly(); }});
     m_classes.Add("H", {.create = [this](auto&) { return std::function(m_hook)(), MakeObject(); }});
+  }
+
+  // Gives other threads the time to make a second one.
+  std::unique_ptr<Zorbel::IObject> MakeSlowly() {
+    std::this_thread::sleep_for(std::chrono::microseconds(++m_created % 16 == 0 ? 500 : 0));
+    return MakeObject();
   }
 
   std::function<void()> m_hook;
@@ -36,7 +44,7 @@ class FactoryThreads : public Beans {
 TEST_F(FactoryThreads, CreateSingletonsAndSingletonServicesOnce) {
   CContainer container = Load(Singletons("s"));
   for (int i = 0; i < kRounds; ++i) {
-    container.RegisterService("svc", [this] { return ++m_created, MakeObject(); })->SetSingleton();
+    container.RegisterService("svc", [this] { return MakeSlowly(); })->SetSingleton();
   }
   std::vector<Object> seen[kThreads];
   RunTogether(kThreads, [&](int thread) {
