@@ -128,7 +128,7 @@ void CBeanFactoryImpl::Clear() {
   old->ReleaseObjects();
 }
 
-CBeanFactoryImpl& CBeanFactoryImpl::operator=(CBeanFactoryImpl&& source) {
+CBeanFactoryImpl& CBeanFactoryImpl::operator=(CBeanFactoryImpl&& source) {  // NOLINT(*-noexcept-move-constructor)
   const CCall call(*this);
   if (m_state) {
     Internal::Raise({kFactoryFile, "Zorbel::CBeanFactoryImpl::operator ="}, L"Internal error");

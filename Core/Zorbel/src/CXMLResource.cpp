@@ -90,7 +90,7 @@ void CXMLResource::CheckIncludeCycle(const SOpenFile& file) {
   bool cyclic = false;
   for (const SOpenFile* open = file.outer; open != nullptr; open = open->outer) {
     cyclic = cyclic || open->resolvedName == file.resolvedName;
-    chain = open->name + (L" -> " + chain);
+    chain.insert(0, L" -> ").insert(0, open->name);
   }
   if (cyclic) {
     Internal::Raise({kResourceFile, kConstructor}, L"File '%s' includes itself (%s)", std::wstring(file.name), chain);

@@ -17,7 +17,6 @@ namespace {
 
 using Internal::ForEachChild;
 using Internal::kResourceFile;
-using Internal::OrEmpty;
 
 constexpr const char* kBeanFunction = "Zorbel::CXMLResource::parseBean";
 constexpr const char* kArgumentFunction = "Zorbel::CXMLResource::parseArgument";
