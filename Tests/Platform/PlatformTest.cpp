@@ -72,7 +72,8 @@ TEST(CodePage, TakesUtf16WithASubstituteForWhatItLacks) {
 }
 
 TEST_F(File, IsReadWholeAndUnchangedWithEitherSeparator) {
-  const std::string content = "a\r\n\0\x1A\xFF"s + std::string(200'000, 'x');
+  std::string content = "a\r\n\0\x1A\xFF"s;
+  content.append(200'000, 'x');
   Write(u8"sub/gr\u00FC\u00DF.xml", content);
   Write(L"empty", "");
   EXPECT_EQ(content, Platform::ReadFile(Name(L"sub\\gr\u00FC\u00DF.xml")));

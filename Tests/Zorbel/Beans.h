@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "Support/LogCapture.h"
+#include "Support/RecordDocument.h"
 #include "Support/TestClasses.h"
 
 namespace Test {
@@ -21,8 +22,14 @@ inline std::string Argument(const std::string& value) {
 }
 inline std::string Numbered(std::string name, int number) { return name.append(std::to_string(number)); }
 
+/// A container of the document `text`, which loads without error or throws.
+inline Zorbel::CContainer LoadText(const std::string& text, bool integration) {
+  Zorbel::CContainer container(text.c_str(), integration);
+  RecordDocument(text);
+  return container;
+}
 /// A stand-alone container with beans of the module "emptyplugin".
-inline Zorbel::CContainer Load(const std::string& beans) { return {Document(beans).c_str(), false}; }
+inline Zorbel::CContainer Load(const std::string& beans) { return LoadText(Document(beans), false); }
 
 inline std::unique_ptr<Zorbel::IObject> MakeObject() { return std::make_unique<CTestObject>("S", SCreation{}); }
 

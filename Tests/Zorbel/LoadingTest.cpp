@@ -11,7 +11,7 @@ namespace {
 /// Documents in a folder of their own.
 class Loading : public Beans {
  protected:
-  Loading() : m_folder(fs::temp_directory_path() / "ZorbelLoadingTest") {
+  Loading() : m_folder(fs::temp_directory_path() / testing::UnitTest::GetInstance()->current_test_info()->name()) {
     fs::remove_all(m_folder);
     fs::create_directories(m_folder / "sub");
     m_classes.Add("C");

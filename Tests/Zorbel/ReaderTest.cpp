@@ -143,10 +143,10 @@ TEST_F(Reader, FindsTheBeansInItsOrderUnderTheirSubstitutedNames) {
   };
   const std::pair<std::string, std::string> kNames[] = {
       {Foreach("x", "f%v%") + For("first='1' last='1'") + "<service name='s' class='C'/>" + Bean("C"), "b;s;1;fx;"},
-      {"<BEAN Name='B' class='C'/><bean name='100%' class='C'/><bean name='s%n%' class='C'/>", "B;100%;s%n%;"},
+      {kOdd + "<BEAN Name='B' class='C'/><bean name='100%' class='C'/><bean name='s%n%' class='C'/>", "B;100%;s%n%;"},
       {For("first='3' last='1' inc='0'") + For("first='1' last='10' inc='4'"), "1;5;9;"},
-      {For("first=' -2x' last='+2'"), "-2;-1;0;1;2;"},
-      {For("first='4294967295' last='4294967296'"), "-1;0;"},
+      {kOdd + For("first=' -2x' last='+2'"), "-2;-1;0;1;2;"},
+      {kOdd + For("first='4294967295' last='4294967296'"), "-1;0;"},
       {For("first='1' last='2'",
            Foreach("a|b", "%n%%v%") + For("first='7' last='7'") + "<bean name='o%n%' class='C'/>"),
        "o1;7;1a;1b;o2;7;2a;2b;"},
@@ -179,7 +179,7 @@ TEST_F(Reader, TakesTheFirstValueElementOfAnArgument) {
       {"<value type='const char*'/>", ""},
       {type + "<![CDATA[data]]></value>", ""},
       {type + " 100% &lt;&#33; </value>", "100% <!"},
-      {type + "\xC3\xA9\xE2\x82\xAC\xE5\xAD\x97\xFF</value>", "\xE9\x80??"},
+      {kOdd + type + "\xC3\xA9\xE2\x82\xAC\xE5\xAD\x97\xFF</value>", "\xE9\x80??"},
   };
   for (const auto& [argument, text] : kTexts) {
     texts = "none";
@@ -237,7 +237,7 @@ TEST_F(Reader, GivesLoopedPropertiesDependenciesAndInterfacesTheirValues) {
   Zorbel::GetLocalLibrary().RegisterTypeID("IReadX", "x");
   m_classes.Add("C", {.types = [](auto&, auto count) { return Lines(count, "int"); }});
   Zorbel::CContainer container =
-      Load("<foreach substitute='v' set='x'><bean name='%v%' class='C'><properties>" +
+      Load(kOdd + "<foreach substitute='v' set='x'><bean name='%v%' class='C'><properties>" +
            For("first='1' last='2'", "<property name='P%n%%v%'><value type='int'>%n%</value></property>") +
            "<property name='Q'><value type='int'>0</value></property></properties>"
            "<properties><property name='ignored'/></properties>"

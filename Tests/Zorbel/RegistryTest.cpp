@@ -18,8 +18,8 @@ std::string Declared(const std::string& name, const std::string& className, cons
 std::string Provides(const std::string& interfaceName) {
   return "<provides><interface>" + interfaceName + "</interface></provides>";
 }
-CContainer LoadAll(const std::string& libraries) { return {("<zorbel>" + libraries + "</zorbel>").c_str(), false}; }
-CContainer Merge(const std::string& libraries) { return {("<zorbel>" + libraries + "</zorbel>").c_str(), true}; }
+CContainer LoadAll(const std::string& libraries) { return LoadText("<zorbel>" + libraries + "</zorbel>", false); }
+CContainer Merge(const std::string& libraries) { return LoadText("<zorbel>" + libraries + "</zorbel>", true); }
 
 }  // namespace
 

@@ -1,14 +1,27 @@
 #include "CDynamicLibrary.h"
 
+#include "ModuleStamp.h"
 #include "Platform/Module.h"
 #include "Raise.h"
 
 namespace Zorbel {
+namespace {
+
+constexpr const char* kLibraryFile = "Core/Zorbel/src/CDynamicLibrary";
+constexpr const char* kConstructor = "Zorbel::CDynamicLibrary::CDynamicLibrary";
+
+}  // namespace
 
 CDynamicLibrary::CDynamicLibrary(const char* path) : m_module(Platform::LoadModule(path)), m_path(path) {
   if (m_module == nullptr) {
-    Internal::Raise({"Core/Zorbel/src/CDynamicLibrary", "Zorbel::CDynamicLibrary::CDynamicLibrary"},
-                    L"Could not load library '%s'", Utf8ToUtf16(m_path));
+    Internal::Raise({kLibraryFile, kConstructor}, L"Could not load library '%s'", Utf8ToUtf16(m_path));
+  }
+  if (const void* stamp = Platform::FindFunction(m_module, Kit::kStampName)) {
+    const std::string misfit = Internal::WhyStampDoesNotFit(*static_cast<const Kit::SModuleStamp*>(stamp));
+    if (!misfit.empty()) {
+      Internal::Raise({kLibraryFile, kConstructor}, L"Library '%s' was built for another binary interface (%s)",
+                      Utf8ToUtf16(m_path), Utf8ToWide(misfit));
+    }
   }
 }
 

@@ -3,13 +3,16 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <type_traits>
 #include <utility>
+#include <vector>
 
 #include <Zorbel/CException.h>
 #include <Zorbel/Export.h>
 #include <Zorbel/IBeanFactory.h>
 #include <Zorbel/IObject.h>
 #include <Zorbel/ITypeRegistration.h>
+#include <Zorbel/ObjectCast.h>
 
 namespace Zorbel {
 
@@ -63,14 +66,36 @@ class ZORBEL_API CContainer {
   /// Returns the bean as a `T`; empty when it cannot be had (the log has the reason) or is no `T`.
   template <class T = IObject>
   std::shared_ptr<T> GetBean(const char* name) const {
-    return m_factory ? std::dynamic_pointer_cast<T>(m_factory->GetBean(name, nullptr)) : nullptr;
+    return m_factory ? ObjectCast<T>(m_factory->GetBean(name, nullptr)) : nullptr;
   }
 
   /// Returns the service at position `index` of its interface, as a `T`; empty when there is none or it is no `T`.
   /// Throws: what the service's maker throws.
   template <class T = IObject>
   std::shared_ptr<T> GetService(const char* typeId, unsigned int index = 0) const {
-    return m_factory ? std::dynamic_pointer_cast<T>(m_factory->GetService(typeId, index)) : nullptr;
+    return m_factory ? ObjectCast<T>(m_factory->GetService(typeId, index)) : nullptr;
+  }
+
+  /// The first service of an interface that names its type id, as `T::kTypeId`. Throws: likewise.
+  template <class T>
+  std::shared_ptr<T> GetService() const {
+    return GetService<T>(T::kTypeId);
+  }
+
+  /// Returns all services of the interface in their order, but for those that are no `T`. Throws: likewise.
+  template <class T = IObject>
+  std::vector<std::shared_ptr<T>> GetServices(const char* typeId) const {
+    std::vector<std::shared_ptr<T>> services;
+    for (unsigned int index = 0; index < GetServiceCount(typeId); ++index) {
+      if (auto service = GetService<T>(typeId, index)) {
+        services.push_back(std::move(service));
+      }
+    }
+    return services;
+  }
+  template <class T>
+  std::vector<std::shared_ptr<T>> GetServices() const {
+    return GetServices<T>(T::kTypeId);
   }
 
   unsigned int GetServiceCount(const char* typeId) const { return m_factory ? m_factory->GetServiceCount(typeId) : 0; }
@@ -88,6 +113,21 @@ class ZORBEL_API CContainer {
                                                       bool front = false) {
     return Configured("Zorbel::CContainer::RegisterInstance")
         .RegisterInstance(typeId, front, std::move(instance), nullptr);
+  }
+
+  /// Both for an interface that names its type id, as `I::kTypeId`: the compiler checks that what is registered
+  /// implements it. `maker` returns a `std::unique_ptr` to an implementation. Throws: likewise.
+  template <class I, class F>
+  std::shared_ptr<ITypeRegistration> RegisterService(F maker, bool front = false) {
+    using Made = typename std::invoke_result_t<F>::element_type;
+    static_assert(std::is_convertible_v<Made*, I*>, "the maker's object does not implement the interface");
+    return RegisterService(
+        I::kTypeId, [maker = std::move(maker)]() -> std::unique_ptr<IObject> { return std::unique_ptr<I>(maker()); },
+        front);
+  }
+  template <class I>
+  std::shared_ptr<ITypeRegistration> RegisterInstance(std::shared_ptr<I> instance, bool front = false) {
+    return RegisterInstance(I::kTypeId, std::move(instance), front);
   }
 
  private:

@@ -1,6 +1,7 @@
 #pragma once
 
-/// Everything a host or a plug-in compiles against.
+/// Everything a host or a plug-in compiles against. What declares classes in a few lines is a header of its own,
+/// `Zorbel/Class.h`: a module that includes it also tells what it was built with.
 #include <Zorbel/CContainer.h>
 #include <Zorbel/CException.h>
 #include <Zorbel/CStringT.h>
@@ -13,3 +14,5 @@
 #include <Zorbel/IType.h>
 #include <Zorbel/ITypeRegistration.h>
 #include <Zorbel/IValuePointer.h>
+#include <Zorbel/ObjectCast.h>
+#include <Zorbel/Version.h>

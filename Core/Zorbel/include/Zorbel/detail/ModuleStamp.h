@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include <Zorbel/Export.h>
+#include <Zorbel/Version.h>
+
+namespace Zorbel::Kit {
+
+/// What a module that was built with the kit tells about itself. Plain data: it is read before any of the module's
+/// functions is called, and its first member says how much of the rest there is.
+struct SModuleStamp {
+  std::uint32_t size;
+  std::uint32_t binaryInterface;
+  std::uint32_t wideCharacterBits;
+  char classModel[12];  // modules with different ones do not understand each other's objects
+  char version[16];
+  char compiler[64];
+};
+
+/// The name under which a module exports its stamp.
+inline constexpr const char* kStampName = "zorbel_module_stamp";
+
+template <std::size_t n>
+constexpr void CopyText(char (&target)[n], const char* text) {
+  for (std::size_t i = 0; i + 1 < n && text[i] != '\0'; ++i) {
+    target[i] = text[i];
+  }
+}
+
+/// Returns the stamp of the code that this header is compiled into.
+constexpr SModuleStamp MakeStamp() {
+  SModuleStamp stamp{sizeof(SModuleStamp), ZORBEL_BINARY_INTERFACE, sizeof(wchar_t) * 8, {}, {}, {}};
+  CopyText(stamp.classModel, ZORBEL_CLASS_MODEL);
+  CopyText(stamp.version, ZORBEL_VERSION);
+  CopyText(stamp.compiler, ZORBEL_COMPILER);
+  return stamp;
+}
+
+}  // namespace Zorbel::Kit

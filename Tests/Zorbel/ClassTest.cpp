@@ -1,0 +1,356 @@
+#include <Zorbel/Class.h>
+
+#include <climits>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+
+#include "Beans.h"
+
+using namespace Test;
+
+namespace kit {
+namespace {
+
+std::string made;  // what the calls received
+
+enum class EMode : short { slow = 3, fast };
+
+struct IPart : Zorbel::IObject {
+  static constexpr const char* kTypeId = "kit.IPart";
+  virtual std::string Text() const = 0;
+};
+struct INamed : Zorbel::IObject {
+  virtual void SetName(std::string_view name) { m_name = name; }
+  std::string m_name;
+};
+
+/// Reaches `IObject` by two ways, cannot be copied, and inherits its naming.
+class CPart : public IPart, public INamed {
+ public:
+  explicit CPart(const std::string& text) : m_text(text) {}
+  CPart(const CPart&) = delete;
+  CPart& operator=(const CPart&) = delete;
+  ~CPart() override { Journal::Add("~" + m_text); }
+  std::string Text() const override { return m_text + m_name; }
+  void Stop() { Journal::Add("stop " + m_text); }
+
+ private:
+  const std::string m_text;
+};
+
+/// No object of the container, no virtual function, and final.
+class CPlain final {
+ public:
+  explicit CPlain(int number) : m_number(number) {}
+  ~CPlain() { Journal::Add("~plain"); }
+  void Stop() { Journal::Add("stop plain"); }
+  int Number() const { return m_number; }
+
+ private:
+  int m_number;
+};
+
+struct SBase {
+  void Inherited(const char* text) { made += text; }
+};
+
+/// Takes everything that a parameter can be.
+class CWhole : public SBase {
+ public:
+  CWhole() { made += "default;"; }
+  CWhole(const std::shared_ptr<IPart>& part, EMode mode) {
+    made += (part ? part->Text() : "none") + std::to_string(static_cast<int>(mode)) + ";";
+  }
+  CWhole(std::shared_ptr<CPlain> plain, EMode) { made += "plain " + std::to_string(plain->Number()) + ";"; }
+  explicit CWhole(int number) {
+    if (number < 0) {
+      throw std::invalid_argument("negative");
+    }
+  }
+  static std::unique_ptr<CWhole> Make(std::optional<std::shared_ptr<IPart>> part) {
+    made += part ? "part;" : "no part;";
+    return std::make_unique<CWhole>();
+  }
+
+  void SetNumbers(bool b, char c, signed char s, unsigned char u, const short& t, unsigned short r) {
+    made += std::to_string(b) + c + std::to_string(s + u + t + r) + ";";
+  }
+  void SetMore(unsigned int i, long l, unsigned long u, float f, double d) {
+    made += std::to_string(static_cast<double>(i) + static_cast<double>(l) + static_cast<double>(u) + f + d) + ";";
+  }
+  void SetTexts(std::string a, const std::string_view& b, const char* c, CStringT<char> d) {
+    made += a + std::string(b) + c + d.GetString() + ";";
+  }
+  void SetWide(const std::wstring& a, std::wstring_view b, const wchar_t* c, const CStringT<wchar_t>& d) {
+    made += a == L"\u20AC" && b == a && c == a && d.GetString() == a ? "wide;" : "not wide;";
+  }
+  void SetPart(const IPart& part) noexcept { made += "needs " + part.Text() + ";"; }
+  void SetPart(std::shared_ptr<const IPart> part, int) const { made += part ? "has;" : "has none;"; }
+  void Fail() { throw Zorbel::CException("file", 1, "function", L"refused"); }
+  void FailOddly() { throw 1; }
+};
+
+std::unique_ptr<CPart> MakePart(const char* text) { return *text != '\0' ? std::make_unique<CPart>(text) : nullptr; }
+
+class Ambiguous {
+ public:
+  void Set(int) {}
+  void Set(double) {}
+};
+
+}  // namespace
+}  // namespace kit
+
+ZORBEL_CLASS(kit, CPart) {
+  Constructor<std::string>();
+  Method("SetName", &Class::SetName);
+  Method("Stop", &Class::Stop);
+}
+
+ZORBEL_CLASS(kit, CPlain) {
+  Constructor<int>();
+  Method("Stop", &Class::Stop);
+}
+
+ZORBEL_CLASS(kit, CWhole) {
+  Constructor<>();
+  Constructor<const std::shared_ptr<kit::IPart>&, kit::EMode>();
+  Constructor<std::shared_ptr<kit::CPlain>, kit::EMode>();
+  Constructor<int>();
+  Factory("Make", &Class::Make);
+  Factory("MakePart", &kit::MakePart);
+  Factory("MakePlain", [](int number) { return std::make_unique<kit::CPlain>(number); });
+  Method("Inherited", &Class::Inherited);
+  Method("SetNumbers", &Class::SetNumbers);
+  Method("SetMore", &Class::SetMore);
+  Method("SetTexts", &Class::SetTexts);
+  Method("SetWide", &Class::SetWide);
+  Method("SetPart", Zorbel::Overload<const kit::IPart&>(&Class::SetPart));
+  Method("SetPart", Zorbel::Overload<std::shared_ptr<const kit::IPart>, int>(&Class::SetPart));
+  Method("Lambda", [](Class&, std::optional<int> value) { kit::made += std::to_string(value.value_or(-1)) + ";"; });
+  Method("Fail", &Class::Fail);
+  Method("FailOddly", &Class::FailOddly);
+  Method("StopPart", [](kit::CPart& part) { part.Stop(); });
+  Method("FailPart", [](kit::CPart&) { throw std::runtime_error("at exit"); });
+}
+
+ZORBEL_CLASS(kit, Ambiguous) {
+  Method("Set", Zorbel::Overload<int>(&Class::Set));
+  Method("Set", Zorbel::Overload<double>(&Class::Set));
+}
+
+namespace {
+
+class DeclaredClass : public Beans {
+ protected:
+  DeclaredClass() {
+    ZORBEL_REGISTER_CLASS(kit, CPart);
+    ZORBEL_REGISTER_CLASS(kit, CPlain);
+    ZORBEL_REGISTER_CLASS(kit, CWhole);
+    ZORBEL_REGISTER_CLASS(kit, Ambiguous);
+    Zorbel::RegisterInterface<kit::IPart>("IKitPart");
+    kit::made.clear();
+  }
+
+  static std::string Values(std::initializer_list<std::pair<const char*, const char*>> typesAndTexts) {
+    std::string values;
+    for (const auto& [type, text] : typesAndTexts) {
+      values += "<argument><value type='" + std::string(type) + "'>" + text + "</value></argument>";
+    }
+    return values;
+  }
+  static std::string Property(const std::string& name, const std::string& arguments) {
+    return "<properties><property name='" + name + "'><arguments>" + arguments + "</arguments></property></properties>";
+  }
+  static std::string Ref(const std::string& bean) { return "<argument><ref bean='" + bean + "'/></argument>"; }
+
+  /// Beans "part" and "plain", and "b" of the class that takes everything.
+  static std::string Whole(const std::string& attributes, const std::string& content) {
+    return "<bean name='part' class='kit::CPart' autoname='true' singleton='true'><constructor-arg>" +
+           Values({{"char*", "P-"}}) +
+           "</constructor-arg></bean><bean name='plain' class='kit::CPlain'><constructor-arg>" +
+           Values({{"int", "7"}}) + "</constructor-arg></bean>" + Bean("kit::CWhole" + attributes, content);
+  }
+};
+
+std::string Constructed(const std::string& arguments) { return "<constructor-arg>" + arguments + "</constructor-arg>"; }
+
+}  // namespace
+
+TEST_F(DeclaredClass, ReceivesEveryKindOfParameter) {
+  const std::string null = "<argument><nullptr/></argument>";
+  const std::string mode = Values({{"short", "4"}});
+  const std::tuple<std::string, std::string, std::string> kBeans[] = {
+      {"", "", "default;"},
+      {"", Constructed(Ref("part") + mode), "P-part4;"},
+      {"", Constructed(null + mode), "none4;"},
+      {"", Constructed(Ref("nobody") + mode), "none4;"},
+      {"", Constructed(Ref("plain") + mode), "plain 7;"},
+      {"' factory-method='Make", Constructed(Ref("part")), "part;default;"},
+      {"' factory-method='Make", Constructed(Ref("nobody")), "no part;default;"},
+      {"", Property("Inherited", Values({{"char*", "base"}})), "default;base"},
+      {"",
+       Property("SetNumbers", Values({{"bool", "true"},
+                                      {"char", "x"},
+                                      {"int8_t", "-1"},
+                                      {"uint8_t", "255"},
+                                      {"short", "-300"},
+                                      {"uint16_6", "60000"}})),
+       "default;1x59954;"},
+      {"",
+       Property(
+           "SetMore",
+           Values({{"uint32_t", "1"}, {"long", "-2"}, {"unsigned long", "3"}, {"float", "0.5"}, {"double", "0.25"}})),
+       "default;2.750000;"},
+      {"", Property("SetTexts", Values({{"char*", "a"}, {"char*", "b"}, {"char*", "c"}, {"char*", "d"}})),
+       "default;abcd;"},
+      {"",
+       Property("SetWide", Values({{"wchar_t*", "\xE2\x82\xAC"},
+                                   {"wchar_t*", "\xE2\x82\xAC"},
+                                   {"wchar_t*", "\xE2\x82\xAC"},
+                                   {"wchar_t*", "\xE2\x82\xAC"}})),
+       "default;wide;"},
+      {"", Property("SetPart", Ref("part")), "default;needs P-part;"},
+      {"", Property("SetPart", null + Values({{"int", "1"}})), "default;has none;"},
+      {"", Property("Lambda", Values({{"int", "5"}})), "default;5;"},
+      {"' init-method='Fail", "", "default;"},
+  };
+  for (const auto& [attributes, content, expected] : kBeans) {
+    kit::made.clear();
+    Load(Whole(attributes, content)).GetBean("b");
+    EXPECT_EQ(kit::made, expected) << attributes << content;
+  }
+}
+
+TEST_F(DeclaredClass, TellsWhyACallIsNotMade) {
+  const std::string of = " of class 'kit::CWhole'";
+  const std::string expected = ", expected 'std::shared_ptr<kit::(anonymous namespace)::IPart>'";
+  const std::string created = "Could not create bean 'b'";
+  const std::string gaveUp = "Could not resolve bean 'b', unknown exception was thrown";
+  const std::tuple<std::string, std::string, std::string, std::string> kFailures[] = {
+      {"", Constructed(Values({{"int", "1"}, {"int", "1"}, {"int", "1"}})),
+       "Creation method 'CWhole'" + of + " takes 0 or 2 or 2 or 1 arguments, not 3", created},
+      {"' factory-method='No", "", "Creation method 'No'" + of + " does not exist", created},
+      {"' exit-method='No", "", "Exit method 'No'" + of + " does not exist or takes arguments", created},
+      {"' init-method='No", "", "Method 'No'" + of + " does not exist",
+       "Init method of class 'kit::CWhole' does not exist or is not valid"},
+      {"", Property("SetPart", Ref("nobody")), "Argument 1 of method 'SetPart'" + of + " is missing" + expected,
+       "Could not set property 'SetPart' of bean 'b'"},
+      {"", Property("SetPart", Ref("plain") + Values({{"int", "1"}})),
+       "Argument 1 of method 'SetPart'" + of + " is a 'kit::(anonymous namespace)::CPlain'" + expected,
+       "Could not set property 'SetPart' of bean 'b'"},
+      {"' init-method='Fail", "", "Method 'Fail'" + of + " threw exception: refused",
+       "Init method 'Fail' of class 'kit::CWhole' threw exception"},
+      {"' init-method='FailOddly", "", "Method 'FailOddly'" + of + " threw exception: unknown exception",
+       "Init method 'FailOddly' of class 'kit::CWhole' threw exception"},
+      {"", Constructed(Values({{"int", "-1"}})), "Creation method 'CWhole'" + of + " threw exception: negative",
+       gaveUp},
+      {"' factory-method='MakePart", Constructed(Values({{"char*", ""}})), "", created},
+      {"' init-method='Fail' factory-method='MakePart", Constructed(Values({{"char*", "P"}})), "",
+       "Init method of class 'kit::CWhole' does not exist or is not valid"},
+  };
+  for (const auto& [attributes, content, reason, warning] : kFailures) {
+    const Zorbel::CContainer container = Load(Whole(attributes, content));
+    container.GetBean("part");
+    m_log.Clear();
+    EXPECT_EQ(container.GetBean("b"), nullptr);
+    WideLines lines = m_log.Warnings();
+    if (content.find("nobody") != std::string::npos) {
+      lines.erase(lines.begin());
+    }
+    WideLines expectedLines{std::wstring(reason.begin(), reason.end()), std::wstring(warning.begin(), warning.end())};
+    expectedLines.erase(expectedLines.begin(), expectedLines.begin() + (reason.empty() ? 1 : 0));
+    EXPECT_EQ(lines, expectedLines);
+  }
+  EXPECT_EQ(
+      ErrorOf([] { Load(Bean("kit::Ambiguous")).Exists("b"); }),
+      L"Method 'Set' of class 'kit::Ambiguous' is declared twice with 1 parameters that a call cannot tell apart");
+}
+
+TEST_F(DeclaredClass, ReportsItsParameterTypesToTools) {
+  const auto wrapper = std::unique_ptr<Zorbel::IBeanWrapper>(create_kit_CWhole_Wrapper());
+  Lines types;
+  wrapper->GetParameterTypes("SetMore", 5, types);
+  EXPECT_EQ(types, (Lines{"unsigned int", "long", "unsigned long", "float", "double"}));
+  types.clear();
+  wrapper->GetParameterTypes("SetPart", 2, types);
+  EXPECT_EQ(types, (Lines{"std::shared_ptr<kit::(anonymous namespace)::IPart>", "int"}));
+  types.clear();
+  wrapper->GetCreationParameterTypes("CWhole", 2, types);
+  EXPECT_EQ(types, (Lines{"std::shared_ptr<kit::(anonymous namespace)::IPart>", "short"}));
+  types.clear();
+  wrapper->GetParameterTypes("SetMore", 4, types);
+  wrapper->GetCreationParameterTypes("No", 0, types);
+  EXPECT_EQ(types, Lines());
+}
+
+TEST_F(DeclaredClass, RunsItsExitMethodOnceWhileItsDependenciesLive) {
+  m_classes.Add("D");
+  const std::string depends = "<bean name='d' class='D'/>";
+  const std::string on = "<depends-on><bean-name>d</bean-name></depends-on>";
+  const std::pair<std::string, Lines> kExits[] = {
+      {Bean("kit::CPart' exit-method='Stop", Constructed(Values({{"char*", "x"}})) + on), {"stop x", "~x", "~D"}},
+      {Bean("kit::CPart", Constructed(Values({{"char*", "x"}})) + on), {"~x", "~D"}},
+      {Bean("kit::CPlain' exit-method='Stop", Constructed(Values({{"int", "1"}})) + on),
+       {"stop plain", "~plain", "~D"}},
+      {Bean("kit::CWhole' exit-method='StopPart' factory-method='MakePart", Constructed(Values({{"char*", "x"}})) + on),
+       {"stop x", "~x", "~D"}},
+      {Bean("kit::CWhole' exit-method='FailPart' factory-method='MakePart", Constructed(Values({{"char*", "x"}}))),
+       {"~x"}},
+  };
+  for (const auto& [beans, expected] : kExits) {
+    Object object = Load(beans + depends).GetBean("b");
+    ASSERT_NE(object, nullptr) << beans;
+    Journal::Take();
+    object.reset();
+    EXPECT_EQ(Journal::Take(), expected) << beans;
+  }
+  EXPECT_EQ(m_log.Warnings(), WideLines{L"Exit method 'FailPart' of class 'kit::CWhole' threw exception: at exit"});
+}
+
+TEST_F(DeclaredClass, IsHandedOutAsAnyOfItsBases) {
+  Zorbel::CContainer container =
+      Load(Whole("", "") + "<bean name='p2' class='kit::CWhole' factory-method='MakePlain'>" +
+           Constructed(Values({{"int", "9"}})) + "</bean>");
+  EXPECT_EQ(container.GetBean<kit::IPart>("part")->Text(), "P-part");
+  EXPECT_EQ(container.GetBean<kit::CPlain>("plain")->Number(), 7);
+  EXPECT_EQ(container.GetBean<kit::CPlain>("p2")->Number(), 9);
+  EXPECT_NE(container.GetBean<kit::SBase>("b"), nullptr);
+  EXPECT_EQ(container.GetBean<kit::SBase>("part"), nullptr);
+  EXPECT_EQ(container.GetBean<kit::IPart>("plain"), nullptr);
+}
+
+TEST_F(DeclaredClass, ServesItsInterfaceByType) {
+  Zorbel::CContainer container(nullptr);
+  EXPECT_EQ(container.GetService<kit::IPart>(), nullptr);
+  const auto add = [&](const char* text, bool front) {
+    container.RegisterService<kit::IPart>([text] { return std::make_unique<kit::CPart>(text); }, front);
+  };
+  add("second", false);
+  add("first", true);
+  const auto ready = std::make_shared<kit::CPart>("third");
+  container.RegisterInstance<kit::IPart>(ready);
+  container.RegisterInstance(kit::IPart::kTypeId, MakeObject());
+  std::string texts;
+  for (const auto& part : container.GetServices<kit::IPart>()) {
+    texts += part->Text() + ";";
+  }
+  EXPECT_EQ(texts, "first;second;third;");
+  EXPECT_EQ(container.GetService<kit::IPart>()->Text(), "first");
+}
+
+TEST_F(DeclaredClass, OfAModuleIsFoundWithItsInterfaceAndItsStampChecked) {
+  const std::string document =
+      "<zorbel><library path='kitplugin'><beans><bean name='b' class='kit::CGreeter'>"
+      "<provides><interface>IKitGreeter</interface></provides></bean></beans></library></zorbel>";
+  EXPECT_NE(Zorbel::CContainer(document.c_str(), false).GetService("kit.IGreeter"), nullptr);
+
+  const std::string foreign =
+      "<zorbel><library path='foreignstamp'><beans>" + Bean("C") + "</beans></library></zorbel>";
+  const std::wstring error = ErrorOf([&] { Zorbel::CContainer(foreign.c_str(), false).Exists("b"); });
+  EXPECT_EQ(error.find(L"Library 'foreignstamp' was built for another binary interface (module: interface 99, "), 0U);
+  EXPECT_NE(error.find(L", Zorbel 9.8.7, "), std::wstring::npos);
+  EXPECT_NE(error.find(L"; library: interface 1, "), std::wstring::npos);
+  EXPECT_EQ(Origin(), "Zorbel::CDynamicLibrary::CDynamicLibrary in Core/Zorbel/src/CDynamicLibrary");
+}
