@@ -1,6 +1,6 @@
 #include "Machine.h"
 
-#include <Zorbel/ILibrary.h>
+#include <Zorbel/Class.h>
 
 #include <iostream>
 #include <memory>
@@ -21,26 +21,25 @@ class CSimulatedSensor : public ISensor {
 };
 
 void ReadSensors(const Zorbel::CContainer& container) {
-  for (unsigned int i = 0; i < container.GetServiceCount(ISensor::kTypeId); ++i) {
-    std::cout << "  " << container.GetService<ISensor>(ISensor::kTypeId, i)->Read() << '\n';
+  for (const auto& sensor : container.GetServices<ISensor>()) {
+    std::cout << "  " << sensor->Read() << '\n';
   }
 }
 
 }  // namespace
 
 void RegisterInterfaces() {
-  Zorbel::ILibraryConfiguration& library = Zorbel::GetLocalLibrary();
-  library.RegisterTypeID("ILogger", ILogger::kTypeId);
-  library.RegisterTypeID("ISensor", ISensor::kTypeId);
-  library.RegisterTypeID("IController", IController::kTypeId);
+  Zorbel::RegisterInterface<ILogger>("ILogger");
+  Zorbel::RegisterInterface<ISensor>("ISensor");
+  Zorbel::RegisterInterface<IController>("IController");
 }
 
 void RegisterLogger(Zorbel::CContainer& container) {
-  container.RegisterInstance(ILogger::kTypeId, std::make_shared<CConsoleLogger>());
+  container.RegisterInstance<ILogger>(std::make_shared<CConsoleLogger>());
 }
 
 void Drive(const Zorbel::CContainer& container) {
-  const auto controller = container.GetService<IController>(IController::kTypeId);
+  const auto controller = container.GetService<IController>();
   controller->MoveTo(120, 80);
   controller->MoveTo(300, 10);
   ReadSensors(container);
@@ -48,10 +47,10 @@ void Drive(const Zorbel::CContainer& container) {
 
 void ReplaceSensor(Zorbel::CContainer& container) {
   const auto simulated = std::make_shared<CSimulatedSensor>();
-  container.RegisterInstance(ISensor::kTypeId, simulated, true);
-  std::cout << "  first sensor is " << container.GetService<ISensor>(ISensor::kTypeId)->Read() << '\n';
+  container.RegisterInstance<ISensor>(simulated, true);
+  std::cout << "  first sensor is " << container.GetService<ISensor>()->Read() << '\n';
   container.ReleaseInstance(simulated);
-  std::cout << "  first sensor is " << container.GetService<ISensor>(ISensor::kTypeId)->Read() << '\n';
+  std::cout << "  first sensor is " << container.GetService<ISensor>()->Read() << '\n';
 }
 
 }  // namespace motion

@@ -1,9 +1,11 @@
-#include <Zorbel/Export.h>
+#include <Zorbel/Class.h>
 
 #include <cstdio>
+#include <memory>
+#include <string>
+#include <utility>
 
 #include "Motion.h"
-#include "Wrapper.h"
 
 namespace motion {
 namespace {
@@ -38,7 +40,7 @@ class CAxis : public IAxis {
     m_logger->Write(m_name + ": at " + Millimetres(m_position) + (m_position != millimetres ? " (the limit)" : ""));
   }
 
-  void SetName(const char* name) { m_name = name; }
+  void SetName(std::string name) { m_name = std::move(name); }
   void SetLimits(double first, double last) {
     m_first = first;
     m_last = last;
@@ -61,41 +63,21 @@ class CAxis : public IAxis {
   double m_position = 0;
 };
 
-template <class T>
-std::unique_ptr<T> Create(const std::string&, const Arguments& arguments, std::function<void(T&)> exit,
-                          const std::vector<std::shared_ptr<Zorbel::IObject>>& dependencies) {
-  auto logger = arguments.size() == 1 ? Reference<ILogger>(arguments, 0) : nullptr;
-  return logger ? std::make_unique<CWithExit<T>>(std::move(exit), dependencies, std::move(logger)) : nullptr;
-}
-
 }  // namespace
 }  // namespace motion
 
-using motion::Arguments;
-using motion::Literal;
-
-ZORBEL_PLUGIN_EXPORT Zorbel::IBeanWrapper* create_motion_CPower_Wrapper() {
-  using motion::CPower;
-  return new motion::CWrapper<CPower>(
-      "motion::CPower", &motion::Create<CPower>,
-      {{"SetVolts",
-        {{"unsigned int"}, [](CPower& power, const Arguments& a) { power.SetVolts(Literal<unsigned int>(a, 0)); }}},
-       {"SwitchOn", {{}, [](CPower& power, const Arguments&) { power.SwitchOn(); }}},
-       {"SwitchOff", {{}, [](CPower& power, const Arguments&) { power.SwitchOff(); }}}});
+ZORBEL_CLASS(motion, CPower) {
+  Constructor<std::shared_ptr<motion::ILogger>>();
+  Method("SetVolts", &Class::SetVolts);
+  Method("SwitchOn", &Class::SwitchOn);
+  Method("SwitchOff", &Class::SwitchOff);
 }
 
-ZORBEL_PLUGIN_EXPORT Zorbel::IBeanWrapper* create_motion_CAxis_Wrapper() {
-  using motion::CAxis;
-  return new motion::CWrapper<CAxis>(
-      "motion::CAxis", &motion::Create<CAxis>,
-      {{"SetName",
-        {{"const char*"}, [](CAxis& axis, const Arguments& a) { axis.SetName(Literal<const char*>(a, 0)); }}},
-       {"SetLimits",
-        {{"double", "double"},
-         [](CAxis& axis, const Arguments& a) { axis.SetLimits(Literal<double>(a, 0), Literal<double>(a, 1)); }}},
-       {"SetEncoder",
-        {{"int", "bool"},
-         [](CAxis& axis, const Arguments& a) { axis.SetEncoder(Literal<int>(a, 0), Literal<bool>(a, 1)); }}},
-       {"Home", {{}, [](CAxis& axis, const Arguments&) { axis.Home(); }}},
-       {"Park", {{}, [](CAxis& axis, const Arguments&) { axis.Park(); }}}});
+ZORBEL_CLASS(motion, CAxis) {
+  Constructor<std::shared_ptr<motion::ILogger>>();
+  Method("SetName", &Class::SetName);
+  Method("SetLimits", &Class::SetLimits);
+  Method("SetEncoder", &Class::SetEncoder);
+  Method("Home", &Class::Home);
+  Method("Park", &Class::Park);
 }

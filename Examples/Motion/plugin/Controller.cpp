@@ -1,7 +1,10 @@
-#include <Zorbel/Export.h>
+#include <Zorbel/Class.h>
+
+#include <memory>
+#include <utility>
+#include <vector>
 
 #include "Motion.h"
-#include "Wrapper.h"
 
 namespace motion {
 namespace {
@@ -27,23 +30,9 @@ class CController : public IController {
 }  // namespace
 }  // namespace motion
 
-using motion::Arguments;
-
-ZORBEL_PLUGIN_EXPORT Zorbel::IBeanWrapper* create_motion_CController_Wrapper() {
-  using motion::CController;
-  using motion::IAxis;
-  const auto create = [](const std::string&, const Arguments& a, auto exit, const auto& dependencies) {
-    auto logger = a.size() == 1 ? motion::Reference<motion::ILogger>(a, 0) : nullptr;
-    return logger ? std::make_unique<motion::CWithExit<CController>>(std::move(exit), dependencies, std::move(logger))
-                  : nullptr;
-  };
-  return new motion::CWrapper<CController>(
-      "motion::CController", create,
-      {{"SetAxes",
-        {{"motion::IAxis", "motion::IAxis"},
-         [](CController& controller, const Arguments& a) {
-           controller.SetAxes(motion::Reference<IAxis>(a, 0), motion::Reference<IAxis>(a, 1));
-         }}},
-       {"Start", {{}, [](CController& controller, const Arguments&) { controller.Start(); }}},
-       {"Stop", {{}, [](CController& controller, const Arguments&) { controller.Stop(); }}}});
+ZORBEL_CLASS(motion, CController) {
+  Constructor<std::shared_ptr<motion::ILogger>>();
+  Method("SetAxes", &Class::SetAxes);
+  Method("Start", &Class::Start);
+  Method("Stop", &Class::Stop);
 }

@@ -122,7 +122,8 @@ class ZORBEL_API CContainer {
     using Made = typename std::invoke_result_t<F>::element_type;
     static_assert(std::is_convertible_v<Made*, I*>, "the maker's object does not implement the interface");
     return RegisterService(
-        I::kTypeId, [maker = std::move(maker)]() -> std::unique_ptr<IObject> { return std::unique_ptr<I>(maker()); },
+        I::kTypeId,
+        [maker = std::move(maker)]() mutable -> std::unique_ptr<IObject> { return std::unique_ptr<I>(maker()); },
         front);
   }
   template <class I>
