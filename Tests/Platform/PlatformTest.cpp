@@ -1,3 +1,4 @@
+#include <ThisPlatform.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -40,8 +41,11 @@ TEST(Module, IsFoundByBareNameBesideTheProgramAndByPathWhateverTheCurrentFolder)
   ASSERT_NE(nullptr, module);
   EXPECT_EQ(module, Platform::LoadModule(plugin.filename().string()));
   EXPECT_EQ(module, Platform::LoadModule(plugin.string()));
-  for (const char* missing : {"", "missing", "emptyplugin.", "./emptyplugin"}) {
+  for (const char* missing : {"", "missing", "emptyplugin.", "missing/emptyplugin"}) {
     EXPECT_EQ(nullptr, Platform::LoadModule(missing)) << missing;
+  }
+  if (Test::kDotPathsGetNoExtension) {
+    EXPECT_EQ(nullptr, Platform::LoadModule("./emptyplugin"));
   }
 }
 
@@ -58,14 +62,15 @@ TEST(TextDetection, TellsUtf16FromOtherBytes) {
   for (const std::string& text : {"\xFF\xFE<\0"s, "<\0z\0/\0>\0"s, "<\0!\0-\0-\0\0\x30"s}) {  // the last one has U+3000
     EXPECT_TRUE(Platform::IsUtf16Text(text)) << testing::PrintToString(text);
   }
-  for (const std::string& text : {""s, "<"s, "<z/>"s, "\xEF\xBB\xBF<z/>"s, "\0<\0z"s, "<\0z\0>"s, "<\0\0\0z\0\0\0"s}) {
+  for (const std::string& text : {""s, "<"s, "<z/>"s, "\xEF\xBB\xBF<z/>"s, "<\0z\0>"s, "<\0\0\0z\0\0\0"s}) {
     EXPECT_FALSE(Platform::IsUtf16Text(text)) << testing::PrintToString(text);
   }
+  EXPECT_NE(Test::kHighByteFirstIsNoUtf16, Platform::IsUtf16Text("\0<\0z"s));
 }
 
 TEST(CodePage, TakesUtf16WithASubstituteForWhatItLacks) {
   std::string text = "replaced";
-  EXPECT_TRUE(Platform::Utf16ToAnsi("a\0\xF6\0\xAC\x20\0\x01\x3D\xD8\0\xDE\x3D\xD8z"s, text));
+  EXPECT_TRUE(Platform::Utf16ToAnsi("a\0\xF6\0\xAC\x20\x16\x04\x3D\xD8\0\xDE\x3D\xD8z"s, text));
   EXPECT_EQ("a\xF6\x80???", text);  // the fifth and sixth unit are one character, the seventh is half of one
   EXPECT_TRUE(Platform::Utf16ToAnsi("", text));
   EXPECT_EQ("", text);

@@ -1,3 +1,5 @@
+#include <ThisPlatform.h>
+
 #include "Beans.h"
 
 using namespace Test;
@@ -26,7 +28,7 @@ TEST_F(References, ArriveAsSharedPointersOrAsMissing) {
       "<argument><ref bean='c'/></argument><argument><ref service='IKnown'/></argument>"
       "<argument><bean class='C'/></argument><argument><nullptr/></argument>"
       "<argument><ref bean='none'/></argument><argument><ref service='IEmpty'/></argument></constructor-arg></bean>" +
-      Bean("C", Argument("<ref service='INone'/>")));
+      Bean("C", Argument("<ref service='IUnregistered'/>")));
   const Object c = container.GetBean("c");
   container.RegisterInstance("known", c);
   container.GetBean("u");
@@ -34,7 +36,7 @@ TEST_F(References, ArriveAsSharedPointersOrAsMissing) {
   EXPECT_TRUE(objects[0] == c && objects[1] == c && objects[2] && objects[2] != c && !objects[3]);
   EXPECT_TRUE(values[3] != nullptr && values[4] == nullptr && values[5] == nullptr);
   EXPECT_EQ(container.GetBean("b"), nullptr);
-  EXPECT_EQ(m_log.Errors(), WideLines{L"No type id for class 'INone' registered"});
+  EXPECT_EQ(m_log.Errors(), WideLines{L"No type id for class 'IUnregistered' registered"});
   EXPECT_EQ(m_log.Warnings(), (WideLines{L"Bean 'none' requested, but not configured", L"Could not create bean 'u'",
                                          L"Could not resolve bean 'b', unknown exception was thrown"}));
 }
@@ -63,7 +65,7 @@ TEST_F(References, AreMadeOnBehalfOfTheBeansLibraryAndDependenciesOfTheRequester
   const std::string rest = Argument("<ref bean='x'/>") + "<depends-on><bean-name>x</bean-name></depends-on></bean>";
   Zorbel::CContainer container =
       Load("<bean name='x' class='C' exported='false'/><bean name='inside' class='User'>" + rest +
-           "<bean name='outside' class='User@libemptyplugin.so'>" + rest + Bean("C", Argument("<ref bean='inside'/>")));
+           "<bean name='outside' class='User@" + ModuleFile("emptyplugin") + "'>" + rest + Bean("C", Argument("<ref bean='inside'/>")));
   for (const char* name : {"inside", "outside", "b"}) {
     container.GetBean(name);
   }

@@ -1,3 +1,5 @@
+#include <ThisPlatform.h>
+
 #include <algorithm>
 #include <stdexcept>
 
@@ -162,18 +164,20 @@ TEST_F(Resolution, BreaksCyclesWhereTheyClose) {
   }
 }
 
-TEST_F(Resolution, NestsAThousandDeepAndNoDeeper) {
+TEST_F(Resolution, NestsToTheLimitAndNoDeeper) {
   m_classes.Add("C");
-  std::string beans = "<bean name='n1001' class='C' singleton='true' lazy='false'/>";
-  for (int i = 0; i <= 1000; ++i) {
+  const std::string last = Numbered("n", kDeepestResolution + 1);
+  std::string beans = "<bean name='" + last + "' class='C' singleton='true' lazy='false'/>";
+  for (int i = 0; i <= kDeepestResolution; ++i) {
     beans += Dependent(Numbered("n", i), Numbered("n", i + 1));
   }
   CContainer container = Load(beans);
   EXPECT_NE(container.GetBean("n1"), nullptr);
   EXPECT_EQ(m_log.Warnings(), WideLines());
   EXPECT_NE(container.GetBean("n0"), nullptr);
-  EXPECT_EQ(m_log.Warnings(),
-            WideLines{L"Bean 'n1000' requested, but more than 1000 beans depend on each other in a row"});
+  const std::wstring limit = std::to_wstring(kDeepestResolution);
+  EXPECT_EQ(m_log.Warnings(), WideLines{L"Bean 'n" + limit + L"' requested, but more than " + limit +
+                                        L" beans depend on each other in a row"});
 }
 
 TEST_F(Resolution, SurvivesBeanCodeThatResetsOrDropsTheContainer) {

@@ -4,7 +4,7 @@ set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
-set(CMAKE_CROSSCOMPILING_EMULATOR env "WINEPREFIX=${CMAKE_BINARY_DIR}/wine" WINEARCH=win64 WINEDEBUG=-all
+set(CMAKE_CROSSCOMPILING_EMULATOR env LC_ALL=C.UTF-8 "WINEPREFIX=${CMAKE_BINARY_DIR}/wine" WINEARCH=win64 WINEDEBUG=-all
                                   WINEDLLOVERRIDES=mscoree,mshtml= wine)
 
 # Libraries and headers are Windows' own and those that prepare.sh built, never this machine's.

@@ -31,7 +31,7 @@ struct COverload {
   }
 };
 template <class... A>
-inline constexpr COverload<A...> Overload{};
+inline constexpr COverload<A...> Overload{};  // NOLINT(readability-identifier-naming): called like a function
 
 /// Tells the container what it may do with a class `T`. Used through `ZORBEL_CLASS`, whose block calls these members.
 ///

@@ -50,6 +50,7 @@ IBeanWrapper* MakeWrapper(const char* className) {
 }  // namespace Zorbel
 
 /// The stamp that each module built with this header exports once, however many of its sources include it.
+// NOLINTNEXTLINE(misc-definitions-in-headers): the linker keeps one of them
 extern "C" ZORBEL_STAMP_EXPORT const ::Zorbel::Kit::SModuleStamp zorbel_module_stamp = ::Zorbel::Kit::MakeStamp();
 
 #define ZORBEL_CLASS(...)                                                  \

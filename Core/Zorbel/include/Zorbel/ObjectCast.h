@@ -33,7 +33,7 @@ T* ObjectCast(IObject* object) {
   if (auto* carrier = dynamic_cast<IBeanObject*>(object)) {
     try {
       carrier->ThrowBeanPointer();
-    } catch (T* found) {
+    } catch (T* found) {  // NOLINT(misc-throw-by-value-catch-by-reference): the pointer is what is asked for
       return found;
     } catch (...) {
       return nullptr;

@@ -48,7 +48,9 @@ class CBean final : public CBeanRoot, public T {
   ~CBean() override { RunExit(); }
 
   const std::type_info& GetBeanType() const override { return typeid(T); }
-  [[noreturn]] void ThrowBeanPointer() override { throw static_cast<T*>(this); }
+  [[noreturn]] void ThrowBeanPointer() override {
+    throw static_cast<T*>(this);  // NOLINT(misc-throw-by-value-catch-by-reference)
+  }
 };
 
 /// Holds an instance that cannot be a base: one of a final class, or one that a factory method made.
@@ -63,7 +65,9 @@ class CHeldBean final : public CBeanRoot {
     const T& instance = *m_instance;
     return typeid(instance);
   }
-  [[noreturn]] void ThrowBeanPointer() override { throw m_instance.get(); }
+  [[noreturn]] void ThrowBeanPointer() override {
+    throw m_instance.get();  // NOLINT(misc-throw-by-value-catch-by-reference)
+  }
 
  private:
   std::unique_ptr<T> m_instance;

@@ -26,33 +26,31 @@ struct SParameterOf {
 
 /// The name of a basic type in documents; null for other types.
 template <class T>
-constexpr const char* BasicTypeName() {
-  if constexpr (std::is_same_v<T, bool>)
-    return "bool";
-  if constexpr (std::is_same_v<T, char>)
-    return "char";
-  if constexpr (std::is_same_v<T, signed char>)
-    return "int8_t";
-  if constexpr (std::is_same_v<T, unsigned char>)
-    return "unsigned char";
-  if constexpr (std::is_same_v<T, short>)
-    return "short";
-  if constexpr (std::is_same_v<T, unsigned short>)
-    return "unsigned short";
-  if constexpr (std::is_same_v<T, int>)
-    return "int";
-  if constexpr (std::is_same_v<T, unsigned int>)
-    return "unsigned int";
-  if constexpr (std::is_same_v<T, long>)
-    return "long";
-  if constexpr (std::is_same_v<T, unsigned long>)
-    return "unsigned long";
-  if constexpr (std::is_same_v<T, float>)
-    return "float";
-  if constexpr (std::is_same_v<T, double>)
-    return "double";
-  return nullptr;
-}
+inline constexpr const char* kBasicTypeName = nullptr;
+template <>
+inline constexpr const char* kBasicTypeName<bool> = "bool";
+template <>
+inline constexpr const char* kBasicTypeName<char> = "char";
+template <>
+inline constexpr const char* kBasicTypeName<signed char> = "int8_t";
+template <>
+inline constexpr const char* kBasicTypeName<unsigned char> = "unsigned char";
+template <>
+inline constexpr const char* kBasicTypeName<short> = "short";
+template <>
+inline constexpr const char* kBasicTypeName<unsigned short> = "unsigned short";
+template <>
+inline constexpr const char* kBasicTypeName<int> = "int";
+template <>
+inline constexpr const char* kBasicTypeName<unsigned int> = "unsigned int";
+template <>
+inline constexpr const char* kBasicTypeName<long> = "long";
+template <>
+inline constexpr const char* kBasicTypeName<unsigned long> = "unsigned long";
+template <>
+inline constexpr const char* kBasicTypeName<float> = "float";
+template <>
+inline constexpr const char* kBasicTypeName<double> = "double";
 
 /// A value of type `Stored`, which every parameter that takes it needs.
 template <class Stored>
@@ -63,8 +61,8 @@ struct SLiteral {
 };
 
 template <class P>
-struct SParameterOf<P, std::enable_if_t<BasicTypeName<P>() != nullptr>> : SLiteral<P> {
-  static std::string TypeName() { return BasicTypeName<P>(); }
+struct SParameterOf<P, std::enable_if_t<kBasicTypeName<P> != nullptr>> : SLiteral<P> {
+  static std::string TypeName() { return kBasicTypeName<P>; }
   static P Read(void* value) { return *static_cast<const P*>(value); }
 };
 
