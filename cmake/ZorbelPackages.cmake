@@ -9,6 +9,14 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 if(WIN32)
   set(CPACK_GENERATOR ZIP)
+  if(ZORBEL_BUILD_EXAMPLES)
+    install(
+      TARGETS motion-demo motion smallest smallest-plugin local-classes runtime-services embedded-document host-logger
+      RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT examples
+      LIBRARY DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT examples)
+    install(DIRECTORY Examples/Motion/documents/ DESTINATION "${CMAKE_INSTALL_BINDIR}/motion-documents"
+            COMPONENT examples)
+  endif()
 else()
   set(CPACK_GENERATOR DEB)
   set(CPACK_PACKAGING_INSTALL_PREFIX /usr)

@@ -1,5 +1,5 @@
-#include <Zorbel/CStringT.h>
 #include <ThisPlatform.h>
+#include <Zorbel/CStringT.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -106,7 +106,7 @@ TEST(CStringT, ConvertsByTheCodePage) {
 
 TEST(CStringT, ChangesTheLetterCaseOnlyWhereTheCodePageHasTheCounterpart) {
   const std::string before = std::setlocale(LC_CTYPE, nullptr);
-  ASSERT_NE(nullptr, std::setlocale(LC_CTYPE, Test::kOtherLocale));
+  ASSERT_NE(nullptr, std::setlocale(LC_CTYPE, ::Test::kOtherLocale));
   EXPECT_EQ(CStringT<char>("aB\xE4\xFF\xB5").MakeUpper(), "AB\xC4\x9F\xB5");
   EXPECT_EQ(CStringT<wchar_t>(L"aB\u00C4").MakeLower(), L"ab\u00E4");
   std::setlocale(LC_CTYPE, before.c_str());

@@ -66,7 +66,7 @@ TEST(Utf8, ThatIsInvalidIsABadConversionOrAReplacementForEachMaximalPart) {
       ExpectBadConversion(&Utf8ToUtf16, text);
       const std::wstring valid = text == bytes ? L"" : L"\u00F6";
       const std::wstring lossy = Platform::Utf8ToWideLossy(text);
-      const std::size_t count = Test::kLossyUtf8CountsMaximalParts ? parts : lossy.size() - valid.size();
+      const std::size_t count = ::Test::kLossyUtf8CountsMaximalParts ? parts : lossy.size() - valid.size();
       EXPECT_LT(0U, count);
       EXPECT_EQ(std::wstring(count, 0xFFFD) + valid, lossy);
     }

@@ -162,7 +162,7 @@ TEST_F(Logger, ARotatingFileKeepsItsSizeAndTheLastOlderFiles) {
 }
 
 TEST_F(Logger, ARotatingFileComesBackWhenItsFolderDoes) {
-  if (!Test::kOpenFilesMayBeRemoved) {
+  if (!::Test::kOpenFilesMayBeRemoved) {
     GTEST_SKIP() << "the folder of an open file stays";
   }
   SetSink(RotatingFileSink(Utf8(m_folder / "a.log").c_str(), 200, 1));

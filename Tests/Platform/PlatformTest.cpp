@@ -44,7 +44,7 @@ TEST(Module, IsFoundByBareNameBesideTheProgramAndByPathWhateverTheCurrentFolder)
   for (const char* missing : {"", "missing", "emptyplugin.", "missing/emptyplugin"}) {
     EXPECT_EQ(nullptr, Platform::LoadModule(missing)) << missing;
   }
-  if (Test::kDotPathsGetNoExtension) {
+  if (::Test::kDotPathsGetNoExtension) {
     EXPECT_EQ(nullptr, Platform::LoadModule("./emptyplugin"));
   }
 }
@@ -65,13 +65,14 @@ TEST(TextDetection, TellsUtf16FromOtherBytes) {
   for (const std::string& text : {""s, "<"s, "<z/>"s, "\xEF\xBB\xBF<z/>"s, "<\0z\0>"s, "<\0\0\0z\0\0\0"s}) {
     EXPECT_FALSE(Platform::IsUtf16Text(text)) << testing::PrintToString(text);
   }
-  EXPECT_NE(Test::kHighByteFirstIsNoUtf16, Platform::IsUtf16Text("\0<\0z"s));
+  EXPECT_NE(::Test::kHighByteFirstIsNoUtf16, Platform::IsUtf16Text("\0<\0z"s));
 }
 
 TEST(CodePage, TakesUtf16WithASubstituteForWhatItLacks) {
   std::string text = "replaced";
   EXPECT_TRUE(Platform::Utf16ToAnsi("a\0\xF6\0\xAC\x20\x16\x04\x3D\xD8\0\xDE\x3D\xD8z"s, text));
-  EXPECT_EQ("a\xF6\x80???", text);  // the fifth and sixth unit are one character, the seventh is half of one
+  // The fifth and sixth unit are one character, the seventh is half of one.
+  EXPECT_EQ("a\xF6\x80?"s + ::Test::kSubstituteForAPair + "?", text);
   EXPECT_TRUE(Platform::Utf16ToAnsi("", text));
   EXPECT_EQ("", text);
 }

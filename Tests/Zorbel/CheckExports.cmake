@@ -1,6 +1,17 @@
-# Fails when LIBRARY exports a symbol, as NM shows it, that ALLOWED does not match, or none at all.
-execute_process(COMMAND "${NM}" -D --defined-only --demangle "${LIBRARY}" OUTPUT_VARIABLE table
-                COMMAND_ERROR_IS_FATAL ANY)
+# Fails when LIBRARY exports a symbol, demangled, that ALLOWED does not match, or none at all. NM shows the table of an
+# ELF library, OBJDUMP that of a DLL, whose names CXXFILT demangles.
+if(LIBRARY MATCHES "\\.dll$")
+  execute_process(COMMAND "${OBJDUMP}" -p "${LIBRARY}" OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX REPLACE "^.*\n\\[Ordinal/Name Pointer\\] Table[^\n]*\n" "" table "${table}")
+  string(REGEX REPLACE "\n\n.*$" "" table "${table}")
+  string(REGEX REPLACE "(^|\n)[ \t]*\\[ *([0-9]+)\\] " "\\1\\2 T " table "${table}")
+  file(WRITE "${LIBRARY}.exports" "${table}\n")
+  execute_process(COMMAND "${CXXFILT}" INPUT_FILE "${LIBRARY}.exports" OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
+  file(REMOVE "${LIBRARY}.exports")
+else()
+  execute_process(COMMAND "${NM}" -D --defined-only --demangle "${LIBRARY}" OUTPUT_VARIABLE table
+                  COMMAND_ERROR_IS_FATAL ANY)
+endif()
 string(REPLACE ";" "," table "${table}")
 string(REGEX MATCHALL "[^\n]+" symbols "${table}")
 list(LENGTH symbols count)
@@ -8,3 +19,4 @@ list(FILTER symbols EXCLUDE REGEX "^[0-9a-f]+ [A-Za-z] (${ALLOWED})")
 if(count EQUAL 0 OR symbols)
   message(FATAL_ERROR "${count} symbols exported, among them: ${symbols}")
 endif()
+message(STATUS "${count} symbols exported, all of them allowed")

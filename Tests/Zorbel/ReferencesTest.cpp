@@ -63,9 +63,9 @@ TEST_F(References, AreMadeOnBehalfOfTheBeansLibraryAndDependenciesOfTheRequester
                   return std::make_unique<CTestObject>("User", creation);
                 }});
   const std::string rest = Argument("<ref bean='x'/>") + "<depends-on><bean-name>x</bean-name></depends-on></bean>";
-  Zorbel::CContainer container =
-      Load("<bean name='x' class='C' exported='false'/><bean name='inside' class='User'>" + rest +
-           "<bean name='outside' class='User@" + ModuleFile("emptyplugin") + "'>" + rest + Bean("C", Argument("<ref bean='inside'/>")));
+  Zorbel::CContainer container = Load("<bean name='x' class='C' exported='false'/><bean name='inside' class='User'>" +
+                                      rest + "<bean name='outside' class='User@" + ModuleFile("emptyplugin") + "'>" +
+                                      rest + Bean("C", Argument("<ref bean='inside'/>")));
   for (const char* name : {"inside", "outside", "b"}) {
     container.GetBean(name);
   }

@@ -26,7 +26,7 @@ fetch_source() { # package
   local apt=$work/apt options file
   mkdir -p -- "$apt/parts" "$apt/lists/partial" "$apt/cache/archives/partial"
   for file in /etc/apt/sources.list.d/debian.sources /etc/apt/sources.list; do
-    [[ ! -f $file ]] || sed -e 's/^Types:.*/Types: deb-src/' -e 's/^deb /deb-src /' "$file" >"$apt/parts/$(basename -- "$file")"
+    [[ ! -f $file ]] || sed -e 's/^Types:.*/Types: deb-src/' -e 's/^deb /deb-src /' -e '/cdrom:/d' "$file" >"$apt/parts/$(basename -- "$file")"
   done
   [[ ! -f $apt/parts/sources.list ]] || mv -- "$apt/parts/sources.list" "$apt/parts/main.list"
   options=(-q -o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$apt/parts"

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+/// What tests expect that differs between systems; the build chooses this header.
+namespace Test {
+
+inline constexpr int kDeepestResolution = 1000;
+inline constexpr const char* kOtherLocale = "C.UTF-8";  // not the one that programs start with
+inline constexpr bool kOpenFilesMayBeRemoved = true;
+inline constexpr bool kLossyUtf8CountsMaximalParts = true;
+inline constexpr bool kDotPathsGetNoExtension = true;
+inline constexpr bool kHighByteFirstIsNoUtf16 = true;
+inline constexpr const char* kSubstituteForAPair = "?";  // of surrogates, in the ANSI code page
+
+/// The file name of a plug-in module.
+inline std::string ModuleFile(const std::string& name) { return "lib" + name + ".so"; }
+
+}  // namespace Test
