@@ -1,10 +1,12 @@
 #pragma once
 
-#include <barrier>
+#include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <future>
+#include <thread>
 #include <vector>
 
 namespace Test {
@@ -12,11 +14,14 @@ namespace Test {
 /// Runs the function at the same time on `count` threads, each of which it is told the number of. Threads in a deadlock
 /// cannot be ended, so one ends the program.
 inline void RunTogether(int count, const std::function<void(int)>& function) {
-  std::barrier start(count);
+  std::atomic<int> missing = count;
   std::vector<std::future<void>> runs;
   for (int i = 0; i < count; ++i) {
-    runs.push_back(std::async(std::launch::async, [&start, &function, i] {
-      start.arrive_and_wait();
+    runs.push_back(std::async(std::launch::async, [&missing, &function, i] {
+      --missing;
+      while (missing != 0) {
+        std::this_thread::yield();
+      }
       function(i);
     }));
   }
