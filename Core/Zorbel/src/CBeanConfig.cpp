@@ -19,13 +19,13 @@ bool NeedsParameterType(const SArgumentDescription& argument) {
 }  // namespace
 
 CBeanConfig::CBeanConfig(const SBeanDescription& description, WrapperMaker maker, const SLibrary* library)
-    : m_description(description), m_wrapper(maker()), m_maker(maker), m_library(library) {
-  if (!m_wrapper && !m_description.properties.empty()) {
+    : m_description(&description), m_wrapper(maker()), m_maker(maker), m_library(library) {
+  if (!m_wrapper && !m_description->properties.empty()) {
     Internal::Raise({kFile, kConstructor}, L"Wrapper maker of class '%s' returned no wrapper",
-                    Utf8ToWide(m_description.className.GetString()));
+                    Utf8ToWide(m_description->className.GetString()));
   }
-  m_properties.reserve(m_description.properties.size());
-  for (const SPropertyDescription& property : m_description.properties) {
+  m_properties.reserve(m_description->properties.size());
+  for (const SPropertyDescription& property : m_description->properties) {
     CheckParameterTypes(property);
     m_properties.push_back(CBeanProperty::Make(property));
   }

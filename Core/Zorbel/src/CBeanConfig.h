@@ -14,7 +14,8 @@ namespace Zorbel {
 using WrapperMaker = IBeanWrapper* (*)();
 
 /// A bean definition: the description of a bean with its class's wrapper, checked against it.
-/// Thread: only read once built. Ownership: the library is the registry's.
+/// Thread: only read once built. Ownership: description and library are the registry's, which keeps them where they
+/// are.
 class CBeanConfig {
  public:
   /// Calls the maker. Throws: `CException` when a property's value lacks a parameter type, or when there are properties
@@ -23,7 +24,7 @@ class CBeanConfig {
   CBeanConfig(const CBeanConfig&) = delete;
   CBeanConfig& operator=(const CBeanConfig&) = delete;
 
-  const SBeanDescription& GetDescription() const { return m_description; }
+  const SBeanDescription& GetDescription() const { return *m_description; }
   const std::vector<CBeanProperty::Owner>& GetProperties() const { return m_properties; }
   const SLibrary* GetLibrary() const { return m_library; }
 
@@ -33,7 +34,7 @@ class CBeanConfig {
  private:
   void CheckParameterTypes(const SPropertyDescription& property) const;
 
-  SBeanDescription m_description;
+  const SBeanDescription* m_description;
   std::shared_ptr<IBeanWrapper> m_wrapper;
   WrapperMaker m_maker;
   std::vector<CBeanProperty::Owner> m_properties;
