@@ -1,0 +1,82 @@
+#include <Zorbel/Zorbel.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "Support/LogCapture.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string Read(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::vector<fs::path> Files(const fs::path& folder, const std::string& extension) {
+  std::vector<fs::path> files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.path().extension() == extension) {
+      files.push_back(entry.path());
+    }
+  }
+  return files;
+}
+
+bool ContainsQuoted(const std::string& document, const std::string& text) {
+  const std::size_t at = document.find(text);
+  return at != std::string::npos && document[at - 1] == '`' && document[at + text.size()] == '`';
+}
+
+std::wstring ErrorOfLoading(const fs::path& file) {
+  const Test::LogCapture log;
+  try {
+    const Zorbel::CContainer container(file.wstring().c_str(), false);
+  } catch (const Zorbel::CException& error) {
+    return error.GetMessageW();
+  }
+  return {};
+}
+
+}  // namespace
+
+TEST(Docs, DocumentsLoadAndMistakesAreRefusedWithTheMessageShown) {
+  for (const char* name : {"IAxis", "IController", "ILamp", "ILogger"}) {
+    Zorbel::GetLocalLibrary().RegisterTypeID(name, name);
+  }
+  const std::vector<fs::path> documents = Files(fs::path(BLOCKS) / "documents", ".xml");
+  EXPECT_GE(documents.size(), 6U);
+  for (const fs::path& document : documents) {
+    EXPECT_EQ(ErrorOfLoading(document), L"") << document;
+  }
+  const std::vector<fs::path> mistakes = Files(fs::path(BLOCKS) / "mistakes", ".xml");
+  EXPECT_GE(mistakes.size(), 2U);
+  for (const fs::path& mistake : mistakes) {
+    const std::string text = Read(mistake);
+    const std::string message = text.substr(5, text.find(" -->") - 5);
+    EXPECT_EQ(ErrorOfLoading(mistake), std::wstring(message.begin(), message.end())) << mistake;
+  }
+}
+
+TEST(Docs, TellOfEveryMessage) {
+  const std::string documented = Read(fs::path(ROOT) / "Docs/messages.md");
+  const std::regex message("L\"([A-Z][^\"]* [^\"]*)\"");
+  int found = 0;
+  for (const char* folder : {"Core/Zorbel/src", "Core/Zorbel/include", "Core/BasePool"}) {
+    for (const fs::path& source :
+         Files(fs::path(ROOT) / folder, std::string(folder).ends_with("include") ? ".h" : ".cpp")) {
+      const std::string code = Read(source);
+      for (std::sregex_iterator match(code.begin(), code.end(), message), end; match != end; ++match, ++found) {
+        const std::string text = (*match)[1];
+        EXPECT_TRUE(ContainsQuoted(documented, text)) << text << " in " << source;
+      }
+    }
+  }
+  EXPECT_GT(found, 50);
+}

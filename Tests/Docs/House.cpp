@@ -1,0 +1,3 @@
+int House(const wchar_t* document);
+
+int main() { return House(DOCUMENT); }
