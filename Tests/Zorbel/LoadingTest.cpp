@@ -91,11 +91,11 @@ TEST_F(Loading, ReadsIncludesFirstInOrderEachRelativeToItsFile) {
                 names += std::string(*static_cast<const char**>(values->at(0))) + ";";
                 return true;
               }});
-  Write("main.xml", {"sub\\a.xml", "sub/b.xml", "shared.xml", "sub/../shared.xml"}, "main");
+  Write("main.xml", {"sub\\a.xml", "sub/b.xml", "common.xml", "sub/../common.xml"}, "main");
   Write("sub/a.xml", {"c.xml"}, "a");
   Write("sub/b.xml", {}, "b");
-  Write("sub/c.xml", {"../shared.xml"}, "c");
-  Write("shared.xml", {}, "");
+  Write("sub/c.xml", {"../common.xml"}, "c");
+  Write("common.xml", {}, "");
   const Zorbel::CContainer container(Name("main.xml").c_str(), false);
   EXPECT_EQ(names, "c;a;b;main;");
   EXPECT_EQ(m_log.Errors(), WideLines());
