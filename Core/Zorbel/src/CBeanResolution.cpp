@@ -193,7 +193,7 @@ SBean CBeanResolution::Finish() {
   SBean bean(m_wrapper, m_object);
   Internal::LiveInstances::Register(m_object.get(), m_name);
   if (Description().singleton) {
-    m_state->singletons.SetAt(m_name).value = bean;
+    m_state->singletons.SetAt(Description().name).value = bean;
   }
   return bean;
 }

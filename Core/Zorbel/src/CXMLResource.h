@@ -132,9 +132,12 @@ class CXMLResource {
   void AddBean(SLibraryRecord& library, SBeanDescription&& bean);
   void CheckOverrides(const CXMLResource& other) const;
   void IntegrateServices(const CXMLResource& other);
+  void TakeLibraries(CXMLResource& other);
   void IntegrateLibrary(SLibraryRecord& other);
+  void NoteEagerBean(const SBeanDescription& bean, const SLibrary& library);
   void processLibrary(SLibraryRecord& library);
-  void processBean(const SBeanDescription& bean, ILibrary& module, const SLibrary& library);
+  void* FindWrapperMaker(SLibraryRecord& library, const CStringT<char>& className);
+  void processBean(const SBeanDescription& bean, SLibraryRecord& library);
   ILibrary& LoadedLibrary(SLibraryRecord& library);
   void Insert(const char* typeId, bool front, const std::shared_ptr<ITypeRegistration>& registration);
 

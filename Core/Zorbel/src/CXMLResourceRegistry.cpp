@@ -57,6 +57,10 @@ void CXMLResource::Integrate(CXMLResource& other) {
   CheckOverrides(other);
   IntegrateServices(other);
   m_eagerBeans.insert(m_eagerBeans.end(), other.m_eagerBeans.begin(), other.m_eagerBeans.end());
+  if (m_libraries.empty()) {
+    TakeLibraries(other);
+    return;
+  }
   for (SLibraryRecord& library : other.m_libraries) {
     IntegrateLibrary(library);
   }
@@ -91,12 +95,30 @@ void CXMLResource::IntegrateServices(const CXMLResource& other) {
   }
 }
 
+// With nothing to merge with, the indexes stand as they are. What the document loaded for itself is not taken over.
+void CXMLResource::TakeLibraries(CXMLResource& other) {
+  m_libraries.swap(other.m_libraries);
+  m_librariesByPath.Swap(other.m_librariesByPath);
+  m_librariesByBean.Swap(other.m_librariesByBean);
+  for (SLibraryRecord& library : m_libraries) {
+    library.module = nullptr;
+    library.processed = 0;
+    for (const SBeanDescription& bean : library.beans) {
+      NoteEagerBean(bean, library);
+    }
+  }
+}
+
+void CXMLResource::NoteEagerBean(const SBeanDescription& bean, const SLibrary& library) {
+  if (!bean.lazy) {
+    m_eagerLibraries.SetAt(bean.name).value = &library;
+  }
+}
+
 void CXMLResource::IntegrateLibrary(SLibraryRecord& other) {
   SLibraryRecord* library = FindOrAddLibrary(other.path);
   for (SBeanDescription& bean : other.beans) {
-    if (!bean.lazy) {
-      m_eagerLibraries.SetAt(bean.name).value = library;
-    }
+    NoteEagerBean(bean, *library);
     AddBean(*library, std::move(bean));
   }
 }
@@ -125,11 +147,11 @@ void CXMLResource::processLibrary(SLibraryRecord& library) {
     bool& flag;
   } const processing(library.processing);
 
-  ILibrary& module = LoadedLibrary(library);
+  LoadedLibrary(library);
   for (; library.processed < library.beans.size(); ++library.processed) {
     const SBeanDescription& bean = library.beans[library.processed];
     if (m_beans.Lookup(bean.name) == nullptr) {
-      processBean(bean, module, library);
+      processBean(bean, library);
     }
   }
 }
@@ -142,12 +164,22 @@ ILibrary& CXMLResource::LoadedLibrary(SLibraryRecord& library) {
   return *library.module;
 }
 
-void CXMLResource::processBean(const SBeanDescription& bean, ILibrary& module, const SLibrary& library) {
-  const CStringT<char> makerName = WrapperMakerName(bean.className);
-  void* maker = module.GetFunction(makerName);
-  if (maker == nullptr) {
-    maker = CLocalLibrary::Instance().GetFunction(makerName);
+// What a module exports does not change, so it is asked once for each class.
+void* CXMLResource::FindWrapperMaker(SLibraryRecord& library, const CStringT<char>& className) {
+  void** exported = library.makers.Lookup(className);
+  if (exported != nullptr && *exported != nullptr) {
+    return *exported;
   }
+  const CStringT<char> name = WrapperMakerName(className);
+  if (exported == nullptr) {
+    void* found = LoadedLibrary(library).GetFunction(name);
+    exported = &(library.makers.SetAt(className).value = found);
+  }
+  return *exported != nullptr ? *exported : CLocalLibrary::Instance().GetFunction(name);
+}
+
+void CXMLResource::processBean(const SBeanDescription& bean, SLibraryRecord& library) {
+  void* maker = FindWrapperMaker(library, bean.className);
   if (maker == nullptr) {
     Internal::Raise({kResourceFile, "Zorbel::CXMLResource::processBean"},
                     L"Getting wrapper maker failed for class '%s'", AnsiToWide(bean.className.GetString()));

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <deque>
 
+#include "BasePool/CbMap.h"
 #include "SBeanDescription.h"
 
 namespace Zorbel {
@@ -20,10 +21,11 @@ struct SLibrary {
 
 /// A library as its registry keeps it.
 struct SLibraryRecord : SLibrary {
-  std::size_t order = 0;       ///< position among the registry's libraries
-  ILibrary* module = nullptr;  ///< once loaded
-  std::size_t processed = 0;   ///< how many of the beans, from the first, have their definitions
-  bool processing = false;     ///< while definitions are being built
+  std::size_t order = 0;                ///< position among the registry's libraries
+  ILibrary* module = nullptr;           ///< once loaded
+  std::size_t processed = 0;            ///< how many of the beans, from the first, have their definitions
+  bool processing = false;              ///< while definitions are being built
+  CbMap<CStringT<char>, void*> makers;  ///< what the module exports for a class asked for, null for nothing
 };
 
 }  // namespace Zorbel

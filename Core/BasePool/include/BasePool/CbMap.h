@@ -89,12 +89,13 @@ class CbMap {
     return found != nullptr ? &found->value : nullptr;
   }
 
-  /// Returns the association of `key`; a new one has a value made from `arguments`.
+  /// Returns the association of `key`, a `K` or what a `K` is asked with; a new one has a value made from `arguments`.
   /// Throws: `CbExceptionContainer`, std::bad_alloc, what copying throws; the map is then as before.
-  template <class... Args>
-  SAssoc& SetAt(Query key, Args&&... arguments) {
-    const std::uint64_t hash = Traits::Hash(key);
-    if (SAssoc* found = Find(key, hash)) {
+  template <class Key, class... Args>
+  SAssoc& SetAt(const Key& key, Args&&... arguments) {
+    const Query query = key;
+    const std::uint64_t hash = Traits::Hash(query);
+    if (SAssoc* found = Find(query, hash)) {
       return *found;
     }
     // All that can fail comes before anything changes.
@@ -170,8 +171,9 @@ class CbMap {
     return full ? std::make_unique<SAssoc*[]>(std::size_t{m_hashTableSize} * 2) : nullptr;
   }
 
-  template <class... Args>
-  SAssoc* Make(Query key, std::uint64_t hash, Args&&... arguments) {
+  // Takes the key as it was given: strings share their characters with their copies.
+  template <class Key, class... Args>
+  SAssoc* Make(const Key& key, std::uint64_t hash, Args&&... arguments) {
     SAssoc* storage = m_pool.getFreeElement();
     try {
       return new (storage) SAssoc{K(key), V(std::forward<Args>(arguments)...), nullptr, nullptr, hash};
@@ -220,32 +222,44 @@ class CbMap {
     return chain;
   }
 
+  // Each bucket splits in two: the one of its number, and the one half the new table further on. They are filled side
+  // by side, which visits each association once.
   void Rehash(Table grown) noexcept {
-    SAssoc* association = GetStartPosition();
-    m_table = std::move(grown);
-    m_hashTableSize *= 2;
-    m_headBucket = kNoBucket;
-    while (association != nullptr) {
-      SAssoc* moved = std::exchange(association, association->next);
-      const std::uint32_t bucket = BucketOf(moved->hash);
-      m_headBucket = bucket < m_headBucket ? bucket : m_headBucket;
-      PushFront(moved, bucket);
+    const Table old = std::exchange(m_table, std::move(grown));
+    const std::uint32_t oldSize = std::exchange(m_hashTableSize, m_hashTableSize * 2);
+    SHalf lower;
+    SHalf upper;
+    for (std::uint32_t bucket = m_headBucket; bucket < oldSize; ++bucket) {
+      SAssoc* lastOfLower = nullptr;
+      SAssoc* lastOfUpper = nullptr;
+      for (SAssoc* association = old[bucket]; association != nullptr;) {
+        SAssoc* moved = std::exchange(association, association->nextInBucket);
+        const std::uint32_t target = BucketOf(moved->hash);
+        SAssoc*& last = target == bucket ? lastOfLower : lastOfUpper;
+        last = last != nullptr ? last : moved;
+        moved->next = m_table[target];
+        PushFront(moved, target);
+      }
+      lower.Append(m_table[bucket], lastOfLower);
+      upper.Append(m_table[bucket + oldSize], lastOfUpper);
     }
-    RebuildOrder();
+    lower.Append(upper.first, upper.last);
+    m_headBucket = BucketOf(lower.first->hash);
   }
 
-  void RebuildOrder() noexcept {
-    SAssoc* last = nullptr;
-    for (std::uint32_t bucket = m_headBucket; bucket < m_hashTableSize; ++bucket) {
-      if (last != nullptr && m_table[bucket] != nullptr) {
-        last->next = m_table[bucket];
+  // A run of associations in iteration order.
+  struct SHalf {
+    void Append(SAssoc* firstAdded, SAssoc* lastAdded) noexcept {
+      if (firstAdded == nullptr) {
+        return;
       }
-      for (SAssoc* association = m_table[bucket]; association != nullptr; association = association->nextInBucket) {
-        association->next = association->nextInBucket;
-        last = association;
-      }
+      (last != nullptr ? last->next : first) = firstAdded;
+      last = lastAdded;
     }
-  }
+
+    SAssoc* first = nullptr;
+    SAssoc* last = nullptr;  // its `next` is null
+  };
 
   void Unlink(SAssoc* removed, SAssoc* previousInChain) noexcept {
     const std::uint32_t bucket = BucketOf(removed->hash);

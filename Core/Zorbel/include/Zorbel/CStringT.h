@@ -184,7 +184,7 @@ class CStringT {
 
  private:
   struct SHead {
-    std::atomic<long> references;
+    std::atomic<int> references;
     int length;
     int capacity;
   };
@@ -195,7 +195,7 @@ class CStringT {
 
   // Space, tab, line feed, vertical tab, form feed, carriage return.
   ZORBEL_LOCAL static constexpr C kWhiteSpace[] = {0x20, 0x09, 0x0A, 0x0B, 0x0C, 0x0D, 0};
-  static constexpr long kNeverFreed = -1;
+  static constexpr int kNeverFreed = -1;
 
   explicit CStringT(View text) : m_text(MakeText(text)) {}
 
