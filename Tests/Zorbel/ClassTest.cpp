@@ -33,7 +33,7 @@ class CPart : public IPart, public INamed {
   CPart& operator=(const CPart&) = delete;
   ~CPart() override { Journal::Add("~" + m_text); }
   std::string Text() const override { return m_text + m_name; }
-  void Stop() { Journal::Add("stop " + m_text); }
+  void Stop() noexcept { Journal::Add("stop " + m_text); }
 
  private:
   const std::string m_text;
@@ -44,7 +44,8 @@ class CPlain final {
  public:
   explicit CPlain(int number) : m_number(number) {}
   ~CPlain() { Journal::Add("~plain"); }
-  void Stop() { Journal::Add("stop plain"); }
+  void Stop() & { Journal::Add("stop plain"); }
+  void SetName(const std::wstring&) const noexcept {}
   int Number() const { return m_number; }
 
  private:
@@ -65,7 +66,7 @@ class CWhole : public SBase {
   CWhole(std::shared_ptr<CPlain> plain, EMode) { made += "plain " + std::to_string(plain->Number()) + ";"; }
   explicit CWhole(int number) {
     if (number < 0) {
-      throw std::invalid_argument("negative");
+      throw std::invalid_argument("negative \xE2\x82\xAC");
     }
   }
   static std::unique_ptr<CWhole> Make(std::optional<std::shared_ptr<IPart>> part) {
@@ -87,16 +88,23 @@ class CWhole : public SBase {
   }
   void SetPart(const IPart& part) noexcept { made += "needs " + part.Text() + ";"; }
   void SetPart(std::shared_ptr<const IPart> part, int) const { made += part ? "has;" : "has none;"; }
+  void SetEither(int number) { made += "number " + std::to_string(number) + ";"; }
+  void SetEither(const std::string& text) { made += "text " + text + ";"; }
+  void SetMaybe(std::optional<int> number, std::optional<std::string> text) {
+    made += std::to_string(number.value_or(-1)) + text.value_or("none") + ";";
+  }
   void Fail() { throw Zorbel::CException("file", 1, "function", L"refused"); }
   void FailOddly() { throw 1; }
 };
 
 std::unique_ptr<CPart> MakePart(const char* text) { return *text != '\0' ? std::make_unique<CPart>(text) : nullptr; }
 
+std::unique_ptr<IPart> MakeHiddenPart() { return std::make_unique<CPart>("hidden"); }
+
 class Ambiguous {
  public:
-  void Set(int) {}
-  void Set(double) {}
+  void Set(const char*) {}
+  void Set(const std::string&) {}
 };
 
 }  // namespace
@@ -111,6 +119,7 @@ ZORBEL_CLASS(kit, CPart) {
 ZORBEL_CLASS(kit, CPlain) {
   Constructor<int>();
   Method("Stop", &Class::Stop);
+  Method("SetName", &Class::SetName);
 }
 
 ZORBEL_CLASS(kit, CWhole) {
@@ -120,6 +129,7 @@ ZORBEL_CLASS(kit, CWhole) {
   Constructor<int>();
   Factory("Make", &Class::Make);
   Factory("MakePart", &kit::MakePart);
+  Factory("MakeHiddenPart", &kit::MakeHiddenPart);
   Factory("MakePlain", [](int number) { return std::make_unique<kit::CPlain>(number); });
   Method("Inherited", &Class::Inherited);
   Method("SetNumbers", &Class::SetNumbers);
@@ -128,7 +138,10 @@ ZORBEL_CLASS(kit, CWhole) {
   Method("SetWide", &Class::SetWide);
   Method("SetPart", Zorbel::Overload<const kit::IPart&>(&Class::SetPart));
   Method("SetPart", Zorbel::Overload<std::shared_ptr<const kit::IPart>, int>(&Class::SetPart));
-  Method("Lambda", [](Class&, std::optional<int> value) { kit::made += std::to_string(value.value_or(-1)) + ";"; });
+  Method("SetEither", Zorbel::Overload<int>(&Class::SetEither));
+  Method("SetEither", Zorbel::Overload<const std::string&>(&Class::SetEither));
+  Method("SetMaybe", &Class::SetMaybe);
+  Method("Lambda", [](Class&, int value) { kit::made += std::to_string(value) + ";"; });
   Method("Fail", &Class::Fail);
   Method("FailOddly", &Class::FailOddly);
   Method("StopPart", [](kit::CPart& part) { part.Stop(); });
@@ -136,8 +149,8 @@ ZORBEL_CLASS(kit, CWhole) {
 }
 
 ZORBEL_CLASS(kit, Ambiguous) {
-  Method("Set", Zorbel::Overload<int>(&Class::Set));
-  Method("Set", Zorbel::Overload<double>(&Class::Set));
+  Method("Set", Zorbel::Overload<const char*>(&Class::Set));
+  Method("Set", Zorbel::Overload<const std::string&>(&Class::Set));
 }
 
 namespace {
@@ -214,6 +227,10 @@ TEST_F(DeclaredClass, ReceivesEveryKindOfParameter) {
       {"", Property("SetPart", Ref("part")), "default;needs P-part;"},
       {"", Property("SetPart", null + Values({{"int", "1"}})), "default;has none;"},
       {"", Property("Lambda", Values({{"int", "5"}})), "default;5;"},
+      {"", Property("SetEither", Values({{"int32_t", "5"}})), "default;number 5;"},
+      {"", Property("SetEither", Values({{"const char *", "five"}})), "default;text five;"},
+      {"", Property("SetMaybe", null + null), "default;-1none;"},
+      {"", Property("SetMaybe", Values({{"int", "1"}, {"char*", "one"}})), "default;1one;"},
       {"' init-method='Fail", "", "default;"},
   };
   for (const auto& [attributes, content, expected] : kBeans) {
@@ -227,10 +244,12 @@ TEST_F(DeclaredClass, TellsWhyACallIsNotMade) {
   const std::string of = " of class 'kit::CWhole'";
   const std::string expected = ", expected 'std::shared_ptr<kit::(anonymous namespace)::IPart>'";
   const std::string created = "Could not create bean 'b'";
+  const std::string null = "<argument><nullptr/></argument>";
+  const std::string part = "kit::(anonymous namespace)::CPart";
   const std::string gaveUp = "Could not resolve bean 'b', unknown exception was thrown";
   const std::tuple<std::string, std::string, std::string, std::string> kFailures[] = {
       {"", Constructed(Values({{"int", "1"}, {"int", "1"}, {"int", "1"}})),
-       "Creation method 'CWhole'" + of + " takes 0 or 2 or 2 or 1 arguments, not 3", created},
+       "Creation method 'CWhole'" + of + " takes 0 or 1 or 2 arguments, not 3", created},
       {"' factory-method='No", "", "Creation method 'No'" + of + " does not exist", created},
       {"' exit-method='No", "", "Exit method 'No'" + of + " does not exist or takes arguments", created},
       {"' init-method='No", "", "Method 'No'" + of + " does not exist",
@@ -244,10 +263,25 @@ TEST_F(DeclaredClass, TellsWhyACallIsNotMade) {
        "Init method 'Fail' of class 'kit::CWhole' threw exception"},
       {"' init-method='FailOddly", "", "Method 'FailOddly'" + of + " threw exception: unknown exception",
        "Init method 'FailOddly' of class 'kit::CWhole' threw exception"},
-      {"", Constructed(Values({{"int", "-1"}})), "Creation method 'CWhole'" + of + " threw exception: negative",
-       gaveUp},
+      {"", Constructed(Values({{"int", "-1"}})),
+       "Creation method 'CWhole'" + of + " threw exception: negative \xE2\x82\xAC", gaveUp},
+      {"", Constructed(Values({{"double", "1"}})),
+       "Argument 1 of creation method 'CWhole'" + of + " is a 'double', expected 'int'", created},
+      {"", Constructed(Ref("part") + Values({{"char*", "4"}})),
+       "Argument 2 of creation method 'CWhole'" + of + " is a 'const char*', expected 'short'", created},
+      {"", Property("No", Values({{"int", "1"}})), "Method 'No'" + of + " does not exist", gaveUp},
+      {"", Property("Inherited", Values({{"char*", "1"}, {"char*", "2"}})),
+       "Method 'Inherited'" + of + " takes 1 arguments, not 2", gaveUp},
+      {"", Property("SetEither", null), "Argument 1 of method 'SetEither'" + of + " is missing, expected 'int'",
+       "Could not set property 'SetEither' of bean 'b'"},
+      {"", Property("Inherited", Ref("part")),
+       "Argument 1 of method 'Inherited'" + of + " is a '" + part + "', expected 'const char*'",
+       "Could not set property 'Inherited' of bean 'b'"},
+      {"", Property("Inherited", null), "Argument 1 of method 'Inherited'" + of + " is missing, expected 'const char*'",
+       "Could not set property 'Inherited' of bean 'b'"},
       {"' factory-method='MakePart", Constructed(Values({{"char*", ""}})), "", created},
-      {"' init-method='Fail' factory-method='MakePart", Constructed(Values({{"char*", "P"}})), "",
+      {"' init-method='Fail' factory-method='MakePart", Constructed(Values({{"char*", "P"}})),
+       "Method 'Fail'" + of + " cannot be called on a '" + part + "'",
        "Init method of class 'kit::CWhole' does not exist or is not valid"},
   };
   for (const auto& [attributes, content, reason, warning] : kFailures) {
@@ -259,10 +293,16 @@ TEST_F(DeclaredClass, TellsWhyACallIsNotMade) {
     if (content.find("nobody") != std::string::npos) {
       lines.erase(lines.begin());
     }
-    WideLines expectedLines{std::wstring(reason.begin(), reason.end()), std::wstring(warning.begin(), warning.end())};
+    WideLines expectedLines{Zorbel::Kit::Decoded(reason).GetString(), Zorbel::Kit::Decoded(warning).GetString()};
     expectedLines.erase(expectedLines.begin(), expectedLines.begin() + (reason.empty() ? 1 : 0));
     EXPECT_EQ(lines, expectedLines);
+    m_log.Clear();
   }
+  Load(Bean("kit::CPlain' autoname='true", Constructed(Values({{"int", "7"}})))).GetBean("b");
+  EXPECT_EQ(
+      m_log.Warnings(),
+      (WideLines{L"Argument 1 of method 'SetName' of class 'kit::CPlain' is a 'const char*', expected 'const wchar_t*'",
+                 L"Could not auto name bean 'b'"}));
   EXPECT_EQ(
       ErrorOf([] { Load(Bean("kit::Ambiguous")).Exists("b"); }),
       L"Method 'Set' of class 'kit::Ambiguous' is declared twice with 1 parameters that a call cannot tell apart");
@@ -296,6 +336,10 @@ TEST_F(DeclaredClass, RunsItsExitMethodOnceWhileItsDependenciesLive) {
        {"stop plain", "~plain", "~D"}},
       {Bean("kit::CWhole' exit-method='StopPart' factory-method='MakePart", Constructed(Values({{"char*", "x"}})) + on),
        {"stop x", "~x", "~D"}},
+      {Bean("kit::CWhole' exit-method='Stop' factory-method='MakeHiddenPart", on), {"stop hidden", "~hidden", "~D"}},
+      {Bean("kit::CPart' exit-method='Stop' factory-method='MakeHiddenPart' factory-bean='f", on) +
+           "<bean name='f' class='kit::CWhole'/>",
+       {"stop hidden", "~hidden", "~D"}},
       {Bean("kit::CWhole' exit-method='FailPart' factory-method='MakePart", Constructed(Values({{"char*", "x"}}))),
        {"~x"}},
   };
@@ -319,6 +363,9 @@ TEST_F(DeclaredClass, IsHandedOutAsAnyOfItsBases) {
   EXPECT_NE(container.GetBean<kit::SBase>("b"), nullptr);
   EXPECT_EQ(container.GetBean<kit::SBase>("part"), nullptr);
   EXPECT_EQ(container.GetBean<kit::IPart>("plain"), nullptr);
+  container.RegisterInstance<kit::IPart>(container.GetBean<kit::IPart>("part"));
+  container.ReleaseInstance(container.GetBean("part"));
+  EXPECT_EQ(container.GetServiceCount(kit::IPart::kTypeId), 0U);
 }
 
 TEST_F(DeclaredClass, ServesItsInterfaceByType) {

@@ -7,6 +7,7 @@
 #include "LiveInstances.h"
 #include "Platform/Thread.h"
 #include "Raise.h"
+#include "ValueSources.h"
 
 namespace Zorbel {
 namespace {
@@ -151,9 +152,8 @@ bool CBeanResolution::NameObject() {
   if (!Description().autoname) {
     return true;
   }
-  const char* name = Description().name;
-  const std::vector<void*> arguments{&name};
-  return m_wrapper->CallMethod(m_object.get(), "SetName", arguments.size(), &arguments) ||
+  const CArgumentList arguments(std::make_shared<CValuePointer<CStringT<char>>>(Description().name));
+  return m_wrapper->CallMethod(m_object.get(), "SetName", arguments.GetCount(), arguments.GetValues()) ||
          GiveUp(Here(), L"Could not auto name bean '%s'", m_name);
 }
 

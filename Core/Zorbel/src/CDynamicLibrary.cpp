@@ -17,11 +17,18 @@ CDynamicLibrary::CDynamicLibrary(const char* path) : m_module(Platform::LoadModu
     Internal::Raise({kLibraryFile, kConstructor}, L"Could not load library '%s'", Utf8ToUtf16(m_path));
   }
   if (const void* stamp = Platform::FindFunction(m_module, Kit::kStampName)) {
-    const std::string misfit = Internal::WhyStampDoesNotFit(*static_cast<const Kit::SModuleStamp*>(stamp));
-    if (!misfit.empty()) {
-      Internal::Raise({kLibraryFile, kConstructor}, L"Library '%s' was built for another binary interface (%s)",
-                      Utf8ToUtf16(m_path), Utf8ToWide(misfit));
-    }
+    WelcomeModule(*static_cast<const Kit::SModuleStamp*>(stamp));
+  }
+}
+
+void CDynamicLibrary::WelcomeModule(const Kit::SModuleStamp& stamp) const {
+  const std::string misfit = Internal::WhyStampDoesNotFit(stamp);
+  if (!misfit.empty()) {
+    Internal::Raise({kLibraryFile, kConstructor}, L"Library '%s' was built for another binary interface (%s)",
+                    Utf8ToUtf16(m_path), Utf8ToWide(misfit));
+  }
+  if (stamp.registerInterfaces != nullptr) {
+    stamp.registerInterfaces();
   }
 }
 

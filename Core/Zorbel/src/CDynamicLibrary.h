@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Zorbel/ILibrary.h>
+#include <Zorbel/detail/ModuleStamp.h>
 
 #include <string>
 
@@ -16,6 +17,8 @@ class CDynamicLibrary : public ILibrary {
   void* GetFunction(const char* name) override;
 
  private:
+  void WelcomeModule(const Kit::SModuleStamp& stamp) const;
+
   void* m_module;
   std::string m_path;
 };

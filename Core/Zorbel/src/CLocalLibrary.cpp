@@ -2,6 +2,7 @@
 
 #include <mutex>
 
+#include "CArgumentList.h"
 #include "Raise.h"
 
 namespace Zorbel {
@@ -38,6 +39,10 @@ void CLocalLibrary::RegisterTypeID(const char* className, const char* typeId) {
   RequireName(className, {kFile, "Zorbel::CLocalLibrary::RegisterTypeID"}, L"RegisterTypeID: the class name is null");
   const std::unique_lock lock(m_mutex);
   m_typeIds.SetAt(className).value = CStringT<char>(typeId);  // made before its entry
+}
+
+const std::type_info* CLocalLibrary::GetType(const std::vector<void*>& arguments, std::size_t position) const {
+  return CArgumentList::FindType(arguments, position);
 }
 
 CStringT<char> CLocalLibrary::GetTypeID(const char* className) {

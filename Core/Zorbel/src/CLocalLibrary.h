@@ -2,8 +2,12 @@
 
 #include <Zorbel/CStringT.h>
 #include <Zorbel/ILibrary.h>
+#include <Zorbel/detail/ICallArguments.h>
 
+#include <cstddef>
 #include <shared_mutex>
+#include <typeinfo>
+#include <vector>
 
 #include "BasePool/CbMap.h"
 #include "BasePool/CbSingleton.h"
@@ -12,7 +16,10 @@ namespace Zorbel {
 
 /// The process's registry of wrapper makers and type ids.
 /// Thread: every operation may be called from any thread at any time.
-class CLocalLibrary : public ILibrary, public ILibraryConfiguration, public CbSingleton<CLocalLibrary> {
+class CLocalLibrary : public ILibrary,
+                      public ILibraryConfiguration,
+                      public ICallArguments,
+                      public CbSingleton<CLocalLibrary> {
  public:
   const char* GetPath() override { return nullptr; }
   void* GetFunction(const char* name) override;
@@ -20,6 +27,8 @@ class CLocalLibrary : public ILibrary, public ILibraryConfiguration, public CbSi
   void RegisterFunction(const char* name, void* function) override;
   bool UnregisterFunction(const char* name) override;
   void RegisterTypeID(const char* className, const char* typeId) override;
+
+  const std::type_info* GetType(const std::vector<void*>& arguments, std::size_t position) const override;
 
   /// Returns the type id registered under `className`; a copy, which later registrations leave alone.
   /// Throws: `CException` when there is none.

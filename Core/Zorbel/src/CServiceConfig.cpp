@@ -94,8 +94,10 @@ std::shared_ptr<IObject> CServiceConfig::GetKeptInstance() const {
   return m_hasInstance.load(std::memory_order_acquire) ? m_instance : nullptr;
 }
 
+// An object that is an `IObject` in several ways counts as one.
 bool CServiceConfig::Holds(const std::shared_ptr<IObject>& instance) const {
-  return instance && GetKeptInstance() == instance;
+  const std::shared_ptr<IObject> kept = GetKeptInstance();
+  return instance && dynamic_cast<const void*>(kept.get()) == dynamic_cast<const void*>(instance.get());
 }
 
 }  // namespace Zorbel

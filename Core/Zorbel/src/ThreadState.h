@@ -6,6 +6,7 @@
 
 namespace Zorbel {
 
+class CArgumentList;
 class CBeanConfig;
 
 namespace Internal {
@@ -18,7 +19,8 @@ struct SResolving {
 
 /// What the library is doing on this thread, for all factories.
 struct SThreadState {
-  const SResolving* resolving = nullptr;  ///< innermost
+  const SResolving* resolving = nullptr;     ///< innermost
+  const CArgumentList* arguments = nullptr;  ///< innermost
   std::size_t resolutionDepth = 0;
   std::size_t factoryLocksHeld = 0;
   std::size_t releaseLocksHeld = 0;

@@ -3,18 +3,27 @@
 #include <Zorbel/IBeanFactory.h>
 #include <Zorbel/IValuePointer.h>
 
+#include <cstddef>
 #include <memory>
+#include <typeinfo>
 #include <utility>
 
 namespace Zorbel {
 
+/// A source that knows what its value is.
+class CTypedSource : public IValuePointer {
+ public:
+  virtual const std::type_info& GetType() const = 0;
+};
+
 /// Holds a literal value.
 template <class T>
-class CValuePointer : public IValuePointer {
+class CValuePointer : public CTypedSource {
  public:
   explicit CValuePointer(T value) : m_value(std::move(value)) {}
 
   void* GetValue() override { return &m_value; }
+  const std::type_info& GetType() const override { return typeid(T); }
 
  private:
   T m_value;
@@ -44,9 +53,10 @@ class CServicePointer : public IValuePointer {
 };
 
 /// Holds an explicit null: its value is always there, and is empty.
-class CNullPointer : public IValuePointer {
+class CNullPointer : public CTypedSource {
  public:
   void* GetValue() override { return &m_object; }
+  const std::type_info& GetType() const override { return typeid(std::nullptr_t); }
 
  private:
   std::shared_ptr<IObject> m_object;

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr Zorbel::Kit::SModuleStamp Foreign() {
-  Zorbel::Kit::SModuleStamp stamp = Zorbel::Kit::MakeStamp();
+  Zorbel::Kit::SModuleStamp stamp = Zorbel::Kit::MakeStamp(&std::abort);
   stamp.binaryInterface = 99;
   Zorbel::Kit::CopyText(stamp.version, "9.8.7");
   return stamp;

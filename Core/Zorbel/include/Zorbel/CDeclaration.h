@@ -8,8 +8,7 @@
 
 #include <Zorbel/IObject.h>
 #include <Zorbel/ObjectCast.h>
-#include <Zorbel/detail/BeanObjects.h>
-#include <Zorbel/detail/ClassWrapper.h>
+#include <Zorbel/detail/ClassRecord.h>
 #include <Zorbel/detail/Parameter.h>
 
 namespace Zorbel {
@@ -40,8 +39,9 @@ inline constexpr COverload<A...> Overload{};  // NOLINT(readability-identifier-n
 /// a missing object; `I&` for references that must be there; `std::optional` of these for what may be missing; each by
 /// value or by constant reference. What a function returns is ignored, except by `Factory`.
 ///
-/// The types of literals are those of the document: a call cannot check them, tools compare them beforehand. Everything
-/// else that does not suit fails the call, with a line in the log that names class, function and position.
+/// A value that is missing or of another type fails the call, with a line in the log that names class, function and
+/// position. Functions of one name are told apart by the number and the types of their parameters; texts are one type
+/// for each width. Only where something else than the container makes the call are literals taken as they are declared.
 /// Throws: `CException` when calls could not tell two functions of one name apart.
 template <class T>
 class CDeclaration {
@@ -58,26 +58,36 @@ class CDeclaration {
   template <class... A>
   void Constructor() {
     static_assert(std::is_constructible_v<T, A...>, "the class has no constructor with these parameters");
-    const auto make = [](Kit::SLifetime&& lifetime, A... arguments) {
-      return Kit::MakeInstance<T>(std::move(lifetime), std::forward<A>(arguments)...);
+    const auto make = [](const Kit::SCreation& creation, A... arguments) {
+      return Kit::Construct<T>(creation, std::forward<A>(arguments)...);
     };
     AddCreator<A...>(Unqualified(), make, std::index_sequence_for<A...>());
   }
 
   /// A static or free function, or a lambda, that documents name as `factory-method`. It returns a
-  /// `std::unique_ptr` to the instance, which may be of any class; an empty one when it could not be made.
+  /// `std::unique_ptr` to the instance, which may be of any class; an empty one when it could not be made. An exit
+  /// method is looked up where the instance's class is declared in the same module, else in this class.
   template <class F>
   void Factory(const char* name, F function) {
+    static_assert(!std::is_member_function_pointer_v<F>, "a factory method is static or free, or a lambda");
     AddFactory(name, std::function(std::move(function)));
   }
 
   /// A member function, of the class or of a base, that serves as property setter, init method or exit method.
-  template <class R, class C, class... A>
-  void Method(const char* name, R (C::*method)(A...)) {
+  template <class R, class C, bool n, class... A>
+  void Method(const char* name, R (C::*method)(A...) noexcept(n)) {
     AddMethod<C, A...>(name, method, std::index_sequence_for<A...>());
   }
-  template <class R, class C, class... A>
-  void Method(const char* name, R (C::*method)(A...) const) {
+  template <class R, class C, bool n, class... A>
+  void Method(const char* name, R (C::*method)(A...) const noexcept(n)) {
+    AddMethod<C, A...>(name, method, std::index_sequence_for<A...>());
+  }
+  template <class R, class C, bool n, class... A>
+  void Method(const char* name, R (C::*method)(A...) & noexcept(n)) {
+    AddMethod<C, A...>(name, method, std::index_sequence_for<A...>());
+  }
+  template <class R, class C, bool n, class... A>
+  void Method(const char* name, R (C::*method)(A...) const& noexcept(n)) {
     AddMethod<C, A...>(name, method, std::index_sequence_for<A...>());
   }
 
@@ -107,18 +117,22 @@ class CDeclaration {
   template <class... A, class F, std::size_t... i>
   void AddCreator(std::string name, F make, std::index_sequence<i...>) {
     m_class.creators.Add({std::move(name), Parameters<A...>(),
-                          [make]([[maybe_unused]] Kit::SLifetime&& lifetime,
-                                 [[maybe_unused]] const Kit::Arguments& values) -> std::unique_ptr<IObject> {
-                            return make(std::move(lifetime), Kit::ParameterOf<A>::Read(values[i])...);
+                          [make](const Kit::SCreation& creation, [[maybe_unused]] const Kit::CArguments& values) {
+                            return make(creation, Kit::ParameterOf<A>::Read(values[i])...);
                           }});
   }
 
   template <class U, class... A>
   void AddFactory(const char* name, std::function<std::unique_ptr<U>(A...)> function) {
-    const auto make = [function = std::move(function)](Kit::SLifetime&& lifetime, A... arguments) {
-      return Kit::Adopt(std::move(lifetime), function(std::forward<A>(arguments)...));
+    const auto make = [function = std::move(function)](const Kit::SCreation& creation, A... arguments) {
+      return Kit::AdoptMadeBy<T>(creation, function(std::forward<A>(arguments)...));
     };
     AddCreator<A...>(name, make, std::index_sequence_for<A...>());
+  }
+
+  template <class R, class... A>
+  void AddFactory(const char* /*name*/, std::function<R(A...)> /*function*/) {
+    static_assert(!std::is_same_v<R, R>, "a factory method returns a std::unique_ptr");
   }
 
   template <class R, class C, class... A>
@@ -129,7 +143,7 @@ class CDeclaration {
   template <class C, class... A, class F, std::size_t... i>
   void AddMethod(const char* name, F method, std::index_sequence<i...>) {
     m_class.methods.Add(
-        {name, Parameters<A...>(), [method](IObject* object, [[maybe_unused]] const Kit::Arguments& values) {
+        {name, Parameters<A...>(), [method](IObject* object, [[maybe_unused]] const Kit::CArguments& values) {
            auto* target = Target<C>(object);
            if (target != nullptr) {
              std::invoke(method, *target, Kit::ParameterOf<A>::Read(values[i])...);

@@ -13,7 +13,8 @@
 /// Namespaces and class are given one by one, at most six; a class of the global namespace alone.
 
 #include <memory>
-#include <string>
+#include <typeinfo>
+#include <utility>
 
 #include <Zorbel/CDeclaration.h>
 #include <Zorbel/Export.h>
@@ -37,21 +38,51 @@ namespace Kit {
 /// Returns a new wrapper. All wrappers of a class share what it declared, which also objects keep as long as they need
 /// it.
 template <class Declaration>
-IBeanWrapper* MakeWrapper(const char* className) {
-  static const std::shared_ptr<const SClass> described = [className] {
+IBeanWrapper* MakeWrapper(const char* className, const std::type_info& type) {
+  static const std::shared_ptr<const SClass> described = [className, &type] {
     auto declared = std::make_shared<SClass>(className);
     Declaration(*declared).Declare();
+    CDeclaredClasses::Add(type, declared);
     return declared;
   }();
   return new CClassWrapper(described);
 }
+
+/// An interface that this module registers when it is loaded, in static storage. The library has it registered through
+/// the module's stamp, when it has seen that the module fits.
+class CModuleInterface {
+ public:
+  ZORBEL_LOCAL explicit CModuleInterface(bool (*add)()) noexcept : m_add(add), m_next(std::exchange(First(), this)) {}
+  CModuleInterface(const CModuleInterface&) = delete;
+  CModuleInterface& operator=(const CModuleInterface&) = delete;
+
+  /// Registers all of them, once.
+  ZORBEL_LOCAL static void RegisterAll() {
+    [[maybe_unused]] static const bool done = [] {
+      for (const CModuleInterface* next = First(); next != nullptr; next = next->m_next) {
+        next->m_add();
+      }
+      return true;
+    }();
+  }
+
+ private:
+  ZORBEL_LOCAL static CModuleInterface*& First() noexcept {
+    static CModuleInterface* first = nullptr;
+    return first;
+  }
+
+  bool (*m_add)();
+  CModuleInterface* m_next;
+};
 
 }  // namespace Kit
 }  // namespace Zorbel
 
 /// The stamp that each module built with this header exports once, however many of its sources include it.
 // NOLINTNEXTLINE(misc-definitions-in-headers): the linker keeps one of them
-extern "C" ZORBEL_STAMP_EXPORT const ::Zorbel::Kit::SModuleStamp zorbel_module_stamp = ::Zorbel::Kit::MakeStamp();
+extern "C" ZORBEL_STAMP_EXPORT const ::Zorbel::Kit::SModuleStamp zorbel_module_stamp =
+    ::Zorbel::Kit::MakeStamp(&::Zorbel::Kit::CModuleInterface::RegisterAll);
 
 #define ZORBEL_CLASS(...)                                                  \
   ZORBEL_DETAIL_CLASS(ZORBEL_DETAIL_JOIN(ZORBEL_DETAIL_NAME, __VA_ARGS__), \
@@ -62,9 +93,10 @@ extern "C" ZORBEL_STAMP_EXPORT const ::Zorbel::Kit::SModuleStamp zorbel_module_s
 #define ZORBEL_REGISTER_CLASS(...) ZORBEL_DETAIL_REGISTER(ZORBEL_DETAIL_JOIN(ZORBEL_DETAIL_NAME, __VA_ARGS__))
 #define ZORBEL_DECLARE_CLASS(...) ZORBEL_DETAIL_MAKER(ZORBEL_DETAIL_JOIN(ZORBEL_DETAIL_NAME, __VA_ARGS__))
 
-/// Registers an interface of a plug-in as soon as its module is loaded; a host calls `RegisterInterface` instead.
-#define ZORBEL_MODULE_INTERFACE(type, name) \
-  [[maybe_unused]] static const bool ZORBEL_DETAIL_LINE(registered) = ::Zorbel::RegisterInterface<type>(name)
+/// Registers an interface of a plug-in when a container loads its module; a host calls `RegisterInterface` instead.
+#define ZORBEL_MODULE_INTERFACE(type, name)                                    \
+  static const ::Zorbel::Kit::CModuleInterface ZORBEL_DETAIL_LINE(registered)( \
+      [] { return ::Zorbel::RegisterInterface<type>(name); })
 
 #define ZORBEL_DETAIL_MAKER(name) ZORBEL_DETAIL_MAKER2(name)
 #define ZORBEL_DETAIL_MAKER2(name) ZORBEL_PLUGIN_EXPORT ::Zorbel::IBeanWrapper* create_##name##_Wrapper()
@@ -73,17 +105,17 @@ extern "C" ZORBEL_STAMP_EXPORT const ::Zorbel::Kit::SModuleStamp zorbel_module_s
   ::Zorbel::GetLocalLibrary().RegisterFunction("create_" #name "_Wrapper", \
                                                reinterpret_cast<void*>(&create_##name##_Wrapper))
 #define ZORBEL_DETAIL_CLASS(name, type) ZORBEL_DETAIL_CLASS2(name, type)
-#define ZORBEL_DETAIL_CLASS2(name, type)                                         \
-  namespace {                                                                    \
-  struct declare_##name final : ::Zorbel::CDeclaration<type> {                   \
-    using CDeclaration::CDeclaration;                                            \
-    void Declare();                                                              \
-  };                                                                             \
-  }                                                                              \
-  ZORBEL_DETAIL_MAKER2(name);                                                    \
-  ::Zorbel::IBeanWrapper* create_##name##_Wrapper() {                            \
-    return ::Zorbel::Kit::MakeWrapper<declare_##name>(ZORBEL_DETAIL_TEXT(type)); \
-  }                                                                              \
+#define ZORBEL_DETAIL_CLASS2(name, type)                                                       \
+  namespace {                                                                                  \
+  struct declare_##name final : ::Zorbel::CDeclaration<type> {                                 \
+    using CDeclaration::CDeclaration;                                                          \
+    void Declare();                                                                            \
+  };                                                                                           \
+  }                                                                                            \
+  ZORBEL_DETAIL_MAKER2(name);                                                                  \
+  ::Zorbel::IBeanWrapper* create_##name##_Wrapper() {                                          \
+    return ::Zorbel::Kit::MakeWrapper<declare_##name>(ZORBEL_DETAIL_TEXT(type), typeid(type)); \
+  }                                                                                            \
   void declare_##name::Declare()
 
 #define ZORBEL_DETAIL_TEXT(x) ZORBEL_DETAIL_TEXT2(x)

@@ -14,6 +14,7 @@
 #include <Zorbel/CException.h>
 #include <Zorbel/CStringT.h>
 #include <Zorbel/ObjectCast.h>
+#include <Zorbel/detail/Utf8.h>
 
 namespace Zorbel::Kit {
 
@@ -32,15 +33,18 @@ inline std::string TypeName(const std::type_info& type) {
 
 /// Returns the name of the object's class, seen through what carries it.
 inline std::string ClassNameOf(const IObject& object) {
-  const auto* carrier = dynamic_cast<const IBeanObject*>(&object);
+  const auto* carrier = dynamic_cast<const IBeanCarrier*>(&object);
   return TypeName(carrier != nullptr ? carrier->GetBeanType() : typeid(object));
 }
 
-inline void Warn(const char* function, const CStringT<wchar_t>& text) noexcept {
+/// Writes a line. `text` is called for it, and may fail as well: without memory there is no line.
+template <class F>
+void Warn(const char* function, F text) noexcept {
   try {
-    Logging::CLogger(L"Zorbel").Warn("Zorbel/Class", __LINE__, function, L"%s", text.GetString());
+    const CStringT<wchar_t> line = Decoded(text());
+    Logging::CLogger(L"Zorbel").Warn("Zorbel/detail/CallLog", __LINE__, function, L"%s", line.GetString());
   } catch (...) {
-    return;  // without memory for a channel there is no line
+    return;
   }
 }
 
@@ -53,20 +57,19 @@ inline CStringT<wchar_t> CurrentExceptionText() {
   } catch (const IException& error) {
     return CStringT<wchar_t>("raised by ") + CStringT<wchar_t>(error.GetFunctionName());
   } catch (const std::exception& error) {
-    return CStringT<wchar_t>(error.what());
+    return Decoded(std::string(error.what()));
   } catch (...) {
     return L"unknown exception";
   }
 }
 
 /// Writes what was thrown by `called`, an operation of the class.
-inline void WarnOfException(const char* function, const std::string& called, const std::string& className) noexcept {
-  try {
-    const std::string start = called + " of class '" + className + "' threw exception: ";
-    Warn(function, CStringT<wchar_t>(start.c_str()) + CurrentExceptionText());
-  } catch (...) {
-    return;
-  }
+inline void WarnOfException(const char* function, const char* called, const std::string& name,
+                            const std::string& className) noexcept {
+  Warn(function, [&] {
+    return Decoded(called + (" '" + name + "' of class '" + className + "' threw exception: ")) +
+           CurrentExceptionText();
+  });
 }
 
 }  // namespace Zorbel::Kit

@@ -8,26 +8,11 @@
 
 #include <Zorbel/IBeanWrapper.h>
 #include <Zorbel/IObject.h>
-#include <Zorbel/detail/BeanObjects.h>
 #include <Zorbel/detail/CallLog.h>
+#include <Zorbel/detail/ClassRecord.h>
 #include <Zorbel/detail/Overloads.h>
 
 namespace Zorbel::Kit {
-
-/// All that a class declares. Thread: constant once the class is declared.
-struct SClass {
-  /// Returns false when the object has not the class whose method it is.
-  using Method = std::function<bool(IObject*, const Arguments&)>;
-  using Creator = std::function<std::unique_ptr<IObject>(SLifetime&&, const Arguments&)>;
-
-  explicit SClass(std::string className) : name(std::move(className)) {}
-  SClass(const SClass&) = delete;
-  SClass& operator=(const SClass&) = delete;
-
-  const std::string name;
-  COverloads<Creator> creators{"Creation method", name};
-  COverloads<Method> methods{"Method", name};
-};
 
 inline void FillTypes(std::vector<std::string>& types, const std::vector<SParameter>& parameters) {
   for (const SParameter& parameter : parameters) {
@@ -42,35 +27,32 @@ class CClassWrapper final : public IBeanWrapper {
 
   const char* GetClassName() const override { return m_class->name.c_str(); }
 
-  std::unique_ptr<IObject> CreateInstance(const char* method, std::size_t /*argumentCount*/, const Arguments* arguments,
+  std::unique_ptr<IObject> CreateInstance(const char* method, std::size_t /*argumentCount*/,
+                                          const std::vector<void*>* arguments,
                                           std::shared_ptr<const IBeanWrapper> /*wrapper*/, const char* exitMethod,
                                           const std::vector<std::shared_ptr<IObject>>& dependencies) const override {
-    constexpr const char* kOrigin = "Zorbel::IBeanWrapper::CreateInstance";
-    const Arguments none;
-    const Arguments& values = arguments != nullptr ? *arguments : none;
-    const auto* creator = m_class->creators.Select(kOrigin, method, values);
-    SLifetime lifetime{dependencies, nullptr};
-    if (creator == nullptr || !FindExit(exitMethod, lifetime)) {
+    const CArguments values(arguments);
+    const auto* creator = m_class->creators.Select(kCreation, method, values);
+    if (creator == nullptr) {
       return nullptr;
     }
     try {
-      return creator->call(std::move(lifetime), values);
+      return creator->call({m_class, exitMethod, dependencies}, values);
     } catch (...) {
-      WarnOfException(kOrigin, "Creation method '" + std::string(method) + "'", m_class->name);
+      WarnOfException(kCreation, "Creation method", method, m_class->name);
       throw;
     }
   }
 
   bool CallMethod(IObject* object, const char* method, std::size_t /*argumentCount*/,
-                  const Arguments* arguments) const override {
-    constexpr const char* kOrigin = "Zorbel::IBeanWrapper::CallMethod";
-    const Arguments none;
-    const Arguments& values = arguments != nullptr ? *arguments : none;
-    const auto* found = m_class->methods.Select(kOrigin, method, values);
+                  const std::vector<void*>* arguments) const override {
+    constexpr const char* kCall = "Zorbel::IBeanWrapper::CallMethod";
+    const CArguments values(arguments);
+    const auto* found = m_class->methods.Select(kCall, method, values);
     try {
-      return found != nullptr && found->call(object, values);
+      return found != nullptr && CallOn(kCall, *m_class, *found, object, values);
     } catch (...) {
-      WarnOfException(kOrigin, "Method '" + std::string(method) + "'", m_class->name);
+      WarnOfException(kCall, "Method", method, m_class->name);
       throw;
     }
   }
@@ -82,38 +64,15 @@ class CClassWrapper final : public IBeanWrapper {
     }
   }
 
+  // The container asks for each property of a document, so a wrong one is told here.
   void GetParameterTypes(const char* method, std::size_t argumentCount, std::vector<std::string>& types) override {
-    if (const auto* found = m_class->methods.Find(method, argumentCount)) {
+    const auto* found = m_class->methods.Expect("Zorbel::IBeanWrapper::GetParameterTypes", method, argumentCount);
+    if (found != nullptr) {
       FillTypes(types, found->parameters);
     }
   }
 
  private:
-  // An exit method that cannot be called would be missed only when it is too late.
-  bool FindExit(const char* name, SLifetime& lifetime) const {
-    if (*name == '\0') {
-      return true;
-    }
-    const auto* method = m_class->methods.Find(name, 0);
-    if (method == nullptr) {
-      Warn("Zorbel::IBeanWrapper::CreateInstance",
-           CStringT<wchar_t>(("Exit method '" + std::string(name) + "' of class '" + m_class->name +
-                              "' does not exist or takes arguments")
-                                 .c_str()));
-      return false;
-    }
-    lifetime.exit = [described = m_class, method](IObject* object) { RunExit(*described, *method, object); };
-    return true;
-  }
-
-  static void RunExit(const SClass& described, const SFunction<SClass::Method>& method, IObject* object) noexcept {
-    try {
-      method.call(object, {});
-    } catch (...) {
-      WarnOfException("Zorbel::IObject::~IObject", "Exit method '" + method.name + "'", described.name);
-    }
-  }
-
   std::shared_ptr<const SClass> m_class;
 };
 

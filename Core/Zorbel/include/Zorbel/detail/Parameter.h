@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,8 +18,18 @@ namespace Zorbel::Kit {
 /// How an argument suits a parameter.
 enum class EFit { suits, missing, wrongType };
 
-/// How the values of a parameter of type `P` are named in documents, checked and read. `value` is what the container
-/// passes: the address of the value, or null when there is none.
+/// What a wrapper is passed for an argument: the address of the value, or null when there is none; and the type of the
+/// value, null where it is not known.
+struct SValue {
+  void* pointer;
+  const std::type_info* type;
+
+  bool IsNull() const { return pointer == nullptr || (type != nullptr && *type == typeid(std::nullptr_t)); }
+  bool CanBe(const std::type_info& wanted) const { return type == nullptr || *type == wanted; }
+};
+
+/// How the values of a parameter of type `P` are named in documents, checked and read. `Read` takes what `Fit` found to
+/// suit.
 template <class P, class = void>
 struct SParameterOf {
   static_assert(!std::is_same_v<P, P>, "documents have no values for a parameter of this type");
@@ -52,31 +63,52 @@ inline constexpr const char* kBasicTypeName<float> = "float";
 template <>
 inline constexpr const char* kBasicTypeName<double> = "double";
 
+/// Returns the name that a literal of this type has in messages.
+inline std::string LiteralName(const std::type_info& type) {
+  if (type == typeid(CStringT<char>)) {
+    return "const char*";
+  }
+  return type == typeid(CStringT<wchar_t>) ? "const wchar_t*" : TypeName(type);
+}
+
 /// A value of type `Stored`, which every parameter that takes it needs.
 template <class Stored>
 struct SLiteral {
   static constexpr bool kReference = false;
   static const std::type_info& Stores() { return typeid(Stored); }
-  static EFit Fit(const void* value) { return value != nullptr ? EFit::suits : EFit::missing; }
+  static bool IsMissing(const SValue& value) { return value.IsNull(); }
+  static EFit Fit(const SValue& value) {
+    if (value.IsNull()) {
+      return EFit::missing;
+    }
+    return value.CanBe(typeid(Stored)) ? EFit::suits : EFit::wrongType;
+  }
 };
 
 template <class P>
 struct SParameterOf<P, std::enable_if_t<kBasicTypeName<P> != nullptr>> : SLiteral<P> {
   static std::string TypeName() { return kBasicTypeName<P>; }
-  static P Read(void* value) { return *static_cast<const P*>(value); }
+  static P Read(const SValue& value) { return *static_cast<const P*>(value.pointer); }
 };
 
 template <class P>
 struct SParameterOf<P, std::enable_if_t<std::is_enum_v<P>>> : SParameterOf<std::underlying_type_t<P>> {
-  static P Read(void* value) { return static_cast<P>(SParameterOf<std::underlying_type_t<P>>::Read(value)); }
+  static P Read(const SValue& value) { return static_cast<P>(SParameterOf<std::underlying_type_t<P>>::Read(value)); }
 };
 
 /// A text: `CStringT` is one pointer wide, to its characters, so both a string object and the plain pointer that names
-/// arrive as are read alike.
+/// arrive as are read alike. No text is null, so a null pointer in its place is a missing value.
 template <class P, class C>
 struct SText : SLiteral<CStringT<C>> {
-  static std::string TypeName() { return std::is_same_v<C, char> ? "const char*" : "const wchar_t*"; }
-  static P Read(void* value) { return P(*static_cast<const C* const*>(value)); }
+  using Literal = SLiteral<CStringT<C>>;
+  static std::string TypeName() { return LiteralName(typeid(CStringT<C>)); }
+  static bool IsMissing(const SValue& value) { return value.IsNull() || Characters(value) == nullptr; }
+  static EFit Fit(const SValue& value) {
+    const EFit fit = Literal::Fit(value);
+    return fit == EFit::suits && Characters(value) == nullptr ? EFit::missing : fit;
+  }
+  static P Read(const SValue& value) { return P(Characters(value)); }
+  static const C* Characters(const SValue& value) { return *static_cast<const C* const*>(value.pointer); }
 };
 
 template <>
@@ -102,14 +134,23 @@ struct SParameterOf<std::shared_ptr<I>> {
   static constexpr bool kReference = true;
   static const std::type_info& Stores() { return typeid(std::shared_ptr<IObject>); }
   static std::string TypeName() { return "std::shared_ptr<" + Kit::TypeName(typeid(I)) + ">"; }
-  static EFit Fit(const void* value) {
+  static bool IsMissing(const SValue& value) {
+    return value.CanBe(Stores()) ? Object(value) == nullptr : value.IsNull();
+  }
+  static EFit Fit(const SValue& value) {
+    if (value.IsNull()) {
+      return EFit::suits;
+    }
+    if (!value.CanBe(Stores())) {
+      return EFit::wrongType;
+    }
     IObject* object = Object(value).get();
     return object == nullptr || ObjectCast<std::remove_cv_t<I>>(object) != nullptr ? EFit::suits : EFit::wrongType;
   }
-  static std::shared_ptr<I> Read(void* value) { return ObjectCast<std::remove_cv_t<I>>(Object(value)); }
+  static std::shared_ptr<I> Read(const SValue& value) { return ObjectCast<std::remove_cv_t<I>>(Object(value)); }
 
-  static std::shared_ptr<IObject> Object(const void* value) {
-    return value != nullptr ? *static_cast<const std::shared_ptr<IObject>*>(value) : nullptr;
+  static std::shared_ptr<IObject> Object(const SValue& value) {
+    return value.IsNull() ? nullptr : *static_cast<const std::shared_ptr<IObject>*>(value.pointer);
   }
 };
 
@@ -117,16 +158,20 @@ struct SParameterOf<std::shared_ptr<I>> {
 template <class I>
 struct SParameterOf<I&> : SParameterOf<std::shared_ptr<I>> {
   using Pointer = SParameterOf<std::shared_ptr<I>>;
-  static EFit Fit(const void* value) { return Pointer::Object(value) == nullptr ? EFit::missing : Pointer::Fit(value); }
-  static I& Read(void* value) { return *Pointer::Read(value); }
+  static EFit Fit(const SValue& value) { return Pointer::IsMissing(value) ? EFit::missing : Pointer::Fit(value); }
+  static I& Read(const SValue& value) { return *Pointer::Read(value); }
 };
 
 /// A value that may be missing.
 template <class P>
 struct SParameterOf<std::optional<P>> : SParameterOf<P> {
-  static EFit Fit(const void* value) { return value != nullptr ? SParameterOf<P>::Fit(value) : EFit::suits; }
-  static std::optional<P> Read(void* value) {
-    return value != nullptr ? std::optional<P>(SParameterOf<P>::Read(value)) : std::nullopt;
+  using Value = SParameterOf<P>;
+  static EFit Fit(const SValue& value) {
+    const EFit fit = Value::Fit(value);
+    return fit == EFit::missing ? EFit::suits : fit;
+  }
+  static std::optional<P> Read(const SValue& value) {
+    return Value::IsMissing(value) ? std::nullopt : std::optional<P>(Value::Read(value));
   }
 };
 
@@ -155,7 +200,7 @@ struct SParameter {
   std::string typeName;
   const std::type_info* stores;
   bool isReference;
-  EFit (*fit)(const void* value);
+  EFit (*fit)(const SValue& value);
 };
 
 template <class A>
