@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include "Beans.h"
+#include "ThisPlatform.h"
 
 using namespace Test;
 namespace fs = std::filesystem;
@@ -110,7 +111,7 @@ TEST_F(Loading, RefusesBeansIncludedTwiceButNotOnesOfTheIncludingFile) {
   EXPECT_EQ(ErrorOf([] { Load("").Reset("<zorbel><include path='nowhere.xml'/></zorbel>"); }), L"no error");
 }
 
-TEST_F(Loading, EndsIncludeCycles) {
+TEST_F(Loading, EndsIncludeCyclesAndChainsThatAreTooLong) {
   Write("self.xml", {"self.xml"}, "");
   Write("a.xml", {"sub/b.xml"}, "");
   Write("sub/b.xml", {"../sub/../a.xml"}, "");
@@ -121,6 +122,16 @@ TEST_F(Loading, EndsIncludeCycles) {
   const std::wstring inner = Prefix() + L"sub\\b.xml";
   EXPECT_EQ(Error("a.xml"), cycle(Prefix() + L"sub\\..\\sub\\..\\a.xml", Name("a.xml") + L" -> " + inner));
   EXPECT_EQ(Origin(), "Zorbel::CXMLResource::CXMLResource in Core/Zorbel/src/CXMLResource");
+
+  const auto file = [](int number) { return std::to_string(number) + ".xml"; };
+  for (int i = 0; i <= kDeepestRecursion; ++i) {
+    Write(file(i), {file(i + 1)}, "");
+  }
+  const std::string deepest = file(kDeepestRecursion + 1);
+  Write(deepest, {}, "");
+  EXPECT_EQ(Error("1.xml"), L"no error");
+  EXPECT_EQ(Error("0.xml"),
+            L"File '" + Prefix() + std::wstring(deepest.begin(), deepest.end()) + L"' is included too deeply");
 }
 
 TEST_F(Loading, ReadsTheEncodingsOfFiles) {

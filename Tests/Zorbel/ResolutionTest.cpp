@@ -166,16 +166,16 @@ TEST_F(Resolution, BreaksCyclesWhereTheyClose) {
 
 TEST_F(Resolution, NestsToTheLimitAndNoDeeper) {
   m_classes.Add("C");
-  const std::string last = Numbered("n", kDeepestResolution + 1);
+  const std::string last = Numbered("n", kDeepestRecursion + 1);
   std::string beans = "<bean name='" + last + "' class='C' singleton='true' lazy='false'/>";
-  for (int i = 0; i <= kDeepestResolution; ++i) {
+  for (int i = 0; i <= kDeepestRecursion; ++i) {
     beans += Dependent(Numbered("n", i), Numbered("n", i + 1));
   }
   CContainer container = Load(beans);
   EXPECT_NE(container.GetBean("n1"), nullptr);
   EXPECT_EQ(m_log.Warnings(), WideLines());
   EXPECT_NE(container.GetBean("n0"), nullptr);
-  const std::wstring limit = std::to_wstring(kDeepestResolution);
+  const std::wstring limit = std::to_wstring(kDeepestRecursion);
   EXPECT_EQ(m_log.Warnings(), WideLines{L"Bean 'n" + limit + L"' requested, but more than " + limit +
                                         L" beans depend on each other in a row"});
 }

@@ -6,6 +6,6 @@ namespace Platform {
 
 unsigned int CurrentThreadId() { return static_cast<unsigned int>(gettid()); }
 
-std::size_t MaximumResolutionDepth() { return 1000; }
+std::size_t MaximumRecursionDepth() { return 1000; }
 
 }  // namespace Platform

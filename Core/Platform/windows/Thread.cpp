@@ -6,6 +6,6 @@ namespace Platform {
 
 unsigned int CurrentThreadId() { return GetCurrentThreadId(); }
 
-std::size_t MaximumResolutionDepth() { return 256; }  // a thread's stack is 1 MB
+std::size_t MaximumRecursionDepth() { return 256; }  // a thread's stack is 1 MB
 
 }  // namespace Platform

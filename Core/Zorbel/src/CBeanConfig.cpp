@@ -22,7 +22,7 @@ CBeanConfig::CBeanConfig(const SBeanDescription& description, WrapperMaker maker
     : m_description(&description), m_wrapper(maker()), m_maker(maker), m_library(library) {
   if (!m_wrapper && !m_description->properties.empty()) {
     Internal::Raise({kFile, kConstructor}, L"Wrapper maker of class '%s' returned no wrapper",
-                    Utf8ToWide(m_description->className.GetString()));
+                    AnsiToWide(m_description->className.GetString()));
   }
   m_properties.reserve(m_description->properties.size());
   for (const SPropertyDescription& property : m_description->properties) {

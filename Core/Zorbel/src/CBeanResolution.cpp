@@ -81,7 +81,7 @@ bool CBeanResolution::Enter() {
   if (DependsOnItself()) {
     return false;
   }
-  const std::size_t limit = Platform::MaximumResolutionDepth();
+  const std::size_t limit = Platform::MaximumRecursionDepth();
   if (thread.resolutionDepth >= limit) {
     return GiveUp(Here(), L"Bean '%s' requested, but more than %s beans depend on each other in a row", m_name,
                   std::to_string(limit));

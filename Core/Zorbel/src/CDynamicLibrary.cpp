@@ -25,7 +25,7 @@ void CDynamicLibrary::WelcomeModule(const Kit::SModuleStamp& stamp) const {
   const std::string misfit = Internal::WhyStampDoesNotFit(stamp);
   if (!misfit.empty()) {
     Internal::Raise({kLibraryFile, kConstructor}, L"Library '%s' was built for another binary interface (%s)",
-                    Utf8ToUtf16(m_path), Utf8ToWide(misfit));
+                    Utf8ToUtf16(m_path), AnsiToWide(misfit));
   }
   if (stamp.registerInterfaces != nullptr) {
     stamp.registerInterfaces();

@@ -4,6 +4,7 @@
 
 #include "CXMLResourceOrigin.h"
 #include "Platform/File.h"
+#include "Platform/Thread.h"
 #include "Raise.h"
 #include "XmlChildren.h"
 #include "XmlFile.h"
@@ -65,7 +66,7 @@ CXMLResource::CXMLResource(IBeanFactory* owner, const wchar_t* fileName)
 
 CXMLResource::CXMLResource(IBeanFactory* owner, const wchar_t* fileName, const SOpenFile* outer) : m_owner(owner) {
   const SOpenFile file{fileName, Platform::ResolveFileName(fileName), outer};
-  CheckIncludeCycle(file);
+  CheckIncludes(file);
   const XMLNode root = ParseFile(fileName);
   ReadIncludes(root, file);
   m_fileName = fileName;
@@ -85,16 +86,26 @@ void CXMLResource::ReadIncludes(const XMLNode& root, const SOpenFile& file) {
   });
 }
 
-void CXMLResource::CheckIncludeCycle(const SOpenFile& file) {
+// Documents that include each other, and chains that would exhaust the stack, end here.
+void CXMLResource::CheckIncludes(const SOpenFile& file) {
+  std::size_t depth = 0;
+  for (const SOpenFile* open = file.outer; open != nullptr; open = open->outer, ++depth) {
+    if (open->resolvedName == file.resolvedName) {
+      Internal::Raise({kResourceFile, kConstructor}, L"File '%s' includes itself (%s)", std::wstring(file.name),
+                      IncludeChain(file));
+    }
+  }
+  if (depth > Platform::MaximumRecursionDepth()) {
+    Internal::Raise({kResourceFile, kConstructor}, L"File '%s' is included too deeply", std::wstring(file.name));
+  }
+}
+
+std::wstring CXMLResource::IncludeChain(const SOpenFile& file) {
   std::wstring chain = file.name;
-  bool cyclic = false;
   for (const SOpenFile* open = file.outer; open != nullptr; open = open->outer) {
-    cyclic = cyclic || open->resolvedName == file.resolvedName;
     chain.insert(0, L" -> ").insert(0, open->name);
   }
-  if (cyclic) {
-    Internal::Raise({kResourceFile, kConstructor}, L"File '%s' includes itself (%s)", std::wstring(file.name), chain);
-  }
+  return chain;
 }
 
 }  // namespace Zorbel

@@ -7,7 +7,6 @@
 #include <deque>
 #include <functional>
 #include <initializer_list>
-#include <list>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -69,7 +68,7 @@ class CXMLResource {
 
  private:
   using BeanMap = CbMap<CStringT<char>, std::unique_ptr<CBeanConfig>>;
-  using ServiceList = std::list<std::shared_ptr<ITypeRegistration>>;
+  using ServiceList = std::deque<std::shared_ptr<ITypeRegistration>>;
 
   /// The files being read, innermost first.
   struct SOpenFile {
@@ -92,7 +91,8 @@ class CXMLResource {
   // Reading
   CXMLResource(IBeanFactory* owner, const wchar_t* fileName, const SOpenFile* outer);
   void ReadIncludes(const XMLNode& root, const SOpenFile& file);
-  static void CheckIncludeCycle(const SOpenFile& file);
+  static void CheckIncludes(const SOpenFile& file);
+  static std::wstring IncludeChain(const SOpenFile& file);
 
   // Containers, loops and texts
   static void ParseContainer(const XMLNode& container, ElementNames names, const SScope& scope,
@@ -150,7 +150,7 @@ class CXMLResource {
   CbMap<CStringT<char>, SLibraryRecord*> m_librariesByBean;  // the first, in their order, with a bean of that name
   std::vector<std::unique_ptr<ILibrary>> m_loadedLibraries;
   BeanMap m_beans;
-  CbMap<CStringT<char>, ServiceList> m_services;  // a list is never empty
+  CbMap<CStringT<char>, ServiceList> m_services;
 };
 
 }  // namespace Zorbel

@@ -1,7 +1,6 @@
 // The registry: merging, bean definitions and services.
 
 #include <algorithm>
-#include <iterator>
 #include <string>
 
 #include "CDynamicLibrary.h"
@@ -199,9 +198,8 @@ std::vector<std::pair<CStringT<char>, const SLibrary*>> CXMLResource::GetEagerBe
 }
 
 void CXMLResource::Insert(const char* typeId, bool front, const std::shared_ptr<ITypeRegistration>& registration) {
-  ServiceList added{registration};  // before anything changes: a list is never empty
   ServiceList& services = m_services.SetAt(typeId).value;
-  services.splice(front ? services.begin() : services.end(), added);
+  services.insert(front ? services.begin() : services.end(), registration);
 }
 
 std::shared_ptr<ITypeRegistration> CXMLResource::RegisterInstance(const char* typeId, bool front,
@@ -261,7 +259,7 @@ std::vector<std::shared_ptr<ITypeRegistration>> CXMLResource::ReleaseInstance(
 
 std::shared_ptr<ITypeRegistration> CXMLResource::FindService(const char* typeId, unsigned int index) {
   const ServiceList* services = typeId != nullptr ? m_services.Lookup(typeId) : nullptr;
-  return services != nullptr && index < services->size() ? *std::next(services->begin(), index) : nullptr;
+  return services != nullptr && index < services->size() ? (*services)[index] : nullptr;
 }
 
 unsigned int CXMLResource::GetServiceCount(const char* typeId) {

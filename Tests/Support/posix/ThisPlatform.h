@@ -5,7 +5,7 @@
 /// What tests expect that differs between systems; the build chooses this header.
 namespace Test {
 
-inline constexpr int kDeepestResolution = 1000;
+inline constexpr int kDeepestRecursion = 1000;
 inline constexpr const char* kOtherLocale = "C.UTF-8";  // not the one that programs start with
 inline constexpr bool kOpenFilesMayBeRemoved = true;
 inline constexpr bool kLossyUtf8CountsMaximalParts = true;

@@ -5,7 +5,7 @@
 /// What tests expect that differs between systems; the build chooses this header.
 namespace Test {
 
-inline constexpr int kDeepestResolution = 256;
+inline constexpr int kDeepestRecursion = 256;
 inline constexpr const char* kOtherLocale = "English";  // not the one that programs start with
 inline constexpr bool kOpenFilesMayBeRemoved = false;
 inline constexpr bool kLossyUtf8CountsMaximalParts = false;  // as the system's conversion does it

@@ -7,7 +7,7 @@ namespace Platform {
 /// The system's id of the calling thread; constant for the thread's life.
 unsigned int CurrentThreadId();
 
-/// How many bean resolutions may nest on one thread before its stack is in danger.
-std::size_t MaximumResolutionDepth();
+/// How many bean resolutions, or documents being read, may nest on one thread before its stack is in danger.
+std::size_t MaximumRecursionDepth();
 
 }  // namespace Platform
