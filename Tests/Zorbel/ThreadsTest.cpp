@@ -130,6 +130,26 @@ TEST_F(FactoryThreads, LoadFromBeanCodeUnlessTheyOrAnotherThreadLoad) {
                                L"Configuration is being loaded by another thread"}));
 }
 
+TEST_F(FactoryThreads, RunReleaseFunctionsOneAfterTheOtherAlsoWhenTheyCallTheFactory) {
+  CContainer container = Load("<bean name='c' class='C'/>");
+  std::atomic<int> inside{0};
+  int overlaps = 0;
+  int released = 0;
+  container.RegisterService("svc", MakeObject)->SetReleaseFunction([&](auto*) {
+    overlaps += inside++ != 0;
+    container.GetBean("c");
+    --inside;
+    ++released;
+  });
+  RunTogether(kThreads, [&](int) {
+    for (int i = 0; i < kRounds; ++i) {
+      container.GetService("svc");
+    }
+  });
+  EXPECT_EQ(overlaps, 0);
+  EXPECT_EQ(released, kThreads * kRounds);
+}
+
 TEST_F(FactoryThreads, ReleaseServicesWhileAReleaseFunctionWaitsForTheFactory) {
   CContainer container = Load("<bean name='h' class='H'/><bean name='c' class='C'/>");
   std::promise<void> releasing;

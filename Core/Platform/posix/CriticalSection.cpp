@@ -36,6 +36,8 @@ void CriticalSection::Enter() {
   }
 }
 
+bool CriticalSection::TryEnter() { return pthread_mutex_trylock(Mutex(m_lock)) == 0; }
+
 void CriticalSection::Leave() { pthread_mutex_unlock(Mutex(m_lock)); }
 
 }  // namespace Platform

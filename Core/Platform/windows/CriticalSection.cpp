@@ -20,6 +20,8 @@ CriticalSection::~CriticalSection() { DeleteCriticalSection(Section(m_lock)); }
 
 void CriticalSection::Enter() { EnterCriticalSection(Section(m_lock)); }
 
+bool CriticalSection::TryEnter() { return TryEnterCriticalSection(Section(m_lock)) != FALSE; }
+
 void CriticalSection::Leave() { LeaveCriticalSection(Section(m_lock)); }
 
 }  // namespace Platform

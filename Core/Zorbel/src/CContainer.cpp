@@ -51,6 +51,7 @@ const wchar_t* ModeWord(bool integration) { return integration ? L"integration" 
 /// `source` is the text of a document or the name of its file.
 template <class Source>
 void Load(CBeanFactoryImpl& factory, Source source) {
+  Internal::RequireNotLoading();  // before anything is read: reading may load modules
   CXMLResource resource(&factory, source);
   Internal::IntegrateResource(factory, resource);
 }

@@ -42,12 +42,14 @@ class CLoading {
   // The mutex comes before any factory's lock. Code that runs under one must not wait for the mutex: its holder may be
   // waiting for that lock.
   void Lock() {
-    if (ThisThread().factoryLocksHeld == 0) {
-      const CReleasePause pause;
-      m_lock.lock();
-    } else if (!m_lock.try_lock()) {
+    if (m_lock.try_lock()) {
+      return;
+    }
+    if (ThisThread().factoryLocksHeld > 0) {
       Raise({kFile, kIntegrate}, L"Configuration is being loaded by another thread");
     }
+    const CReleasePause pause;
+    m_lock.lock();
   }
 
   std::unique_lock<std::mutex> m_lock;

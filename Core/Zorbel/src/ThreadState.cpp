@@ -1,11 +1,23 @@
 #include "ThreadState.h"
 
+#include <condition_variable>
 #include <mutex>
 
 namespace Zorbel::Internal {
 namespace {
 
-std::recursive_mutex releaseMutex;
+std::mutex releaseMutex;  // guards the two below
+std::condition_variable releaseFreed;
+bool releasing = false;          // a thread has the release lock
+std::size_t pausedReleases = 0;  // threads that have lent it
+
+// What paused threads wait for.
+bool HoldsLockBeforeRelease(const SThreadState& thread) { return thread.factoryLocksHeld > 0 || thread.loading; }
+
+void FreeRelease() {
+  releasing = false;
+  releaseFreed.notify_all();
+}
 
 }  // namespace
 
@@ -15,24 +27,36 @@ SThreadState& ThisThread() {
 }
 
 CReleaseLock::CReleaseLock() {
-  releaseMutex.lock();
-  ++ThisThread().releaseLocksHeld;
+  SThreadState& thread = ThisThread();
+  if (thread.releaseLocksHeld == 0) {
+    std::unique_lock lock(releaseMutex);
+    releaseFreed.wait(lock, [&] { return !releasing && (pausedReleases == 0 || HoldsLockBeforeRelease(thread)); });
+    releasing = true;
+  }
+  ++thread.releaseLocksHeld;
 }
 
 CReleaseLock::~CReleaseLock() {
-  --ThisThread().releaseLocksHeld;
-  releaseMutex.unlock();
+  if (--ThisThread().releaseLocksHeld == 0) {
+    const std::lock_guard lock(releaseMutex);
+    FreeRelease();
+  }
 }
 
-CReleasePause::CReleasePause() : m_count(ThisThread().releaseLocksHeld) {
-  for (std::size_t i = 0; i < m_count; ++i) {
-    releaseMutex.unlock();
+CReleasePause::CReleasePause() : m_paused(ThisThread().releaseLocksHeld > 0) {
+  if (m_paused) {
+    const std::lock_guard lock(releaseMutex);
+    ++pausedReleases;
+    FreeRelease();
   }
 }
 
 CReleasePause::~CReleasePause() {
-  for (std::size_t i = 0; i < m_count; ++i) {
-    releaseMutex.lock();
+  if (m_paused) {
+    std::unique_lock lock(releaseMutex);
+    releaseFreed.wait(lock, [] { return !releasing; });
+    releasing = true;
+    --pausedReleases;
   }
 }
 

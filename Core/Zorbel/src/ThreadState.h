@@ -29,8 +29,8 @@ struct SThreadState {
 
 SThreadState& ThisThread();
 
-/// Holds the process's release lock, which the release functions of services run under, for the life of a scope.
-/// Recursive: a release function may produce and release other services. It comes after the locks of factories.
+/// Holds the process's release lock, which the release functions of services run under, for the life of a scope: they
+/// run one after the other. Recursive: a release function may produce and release other services.
 class CReleaseLock {
  public:
   CReleaseLock();
@@ -39,8 +39,8 @@ class CReleaseLock {
   CReleaseLock& operator=(const CReleaseLock&) = delete;
 };
 
-/// Lets go of the release lock, where the thread holds it, for the life of a scope. A release function that waits for a
-/// lock which comes before would otherwise block that lock's holder.
+/// Lets others that hold a lock which comes before the release lock have that one, where the thread holds it, for the
+/// life of a scope: a release function that waits for their lock would otherwise block them, and itself.
 class CReleasePause {
  public:
   CReleasePause();
@@ -49,15 +49,17 @@ class CReleasePause {
   CReleasePause& operator=(const CReleasePause&) = delete;
 
  private:
-  const std::size_t m_count;
+  const bool m_paused;
 };
 
 /// Holds a factory's lock for the life of a scope.
 class CFactoryLock {
  public:
   explicit CFactoryLock(CbCriticalSection& section) : m_section(section) {
-    const CReleasePause pause;
-    m_section.Lock();
+    if (!m_section.TryLock()) {
+      const CReleasePause pause;
+      m_section.Lock();
+    }
     ++ThisThread().factoryLocksHeld;
   }
   ~CFactoryLock() {

@@ -6,6 +6,7 @@
 class CbCriticalSection {
  public:
   void Lock() { m_section.Enter(); }
+  bool TryLock() { return m_section.TryEnter(); }
   void Unlock() { m_section.Leave(); }
 
  private:

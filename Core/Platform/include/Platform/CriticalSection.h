@@ -13,6 +13,7 @@ class CriticalSection {
   CriticalSection& operator=(const CriticalSection&) = delete;
 
   void Enter();
+  bool TryEnter();  ///< returns false, without waiting, when another thread is inside
   void Leave();
 
  private:

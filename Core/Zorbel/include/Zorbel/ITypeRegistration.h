@@ -23,7 +23,7 @@ class ZORBEL_INTERFACE ITypeRegistration {
 
   /// Sets what is called with each instance produced from now on, just before that instance is destroyed; an empty
   /// function clears it. Only instances from a maker that gives ownership away have it called. Release functions of
-  /// different threads run one after the other, except that others may run while one calls a factory, which it may.
+  /// different threads run one after the other; while one waits for a factory, that factory's user may run others.
   virtual void SetReleaseFunction(std::function<void(const IObject*)> function) = 0;
 
   /// Returns a copy of the release function; empty when there is none.
