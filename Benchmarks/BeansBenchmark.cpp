@@ -1,5 +1,6 @@
-// How the cost of beans grows with their number: each measurement is taken for 10,000 and for 100,000 beans, and the
-// last lines tell how many times longer the larger number takes.
+// How the cost of beans grows with their number: each measurement deals with 100,000 beans, first in ten containers of
+// 10,000 each, then in one, so that both use as much memory. The last lines tell how many times longer a container with
+// ten times the beans takes.
 
 #include <Logging/Logging.h>
 #include <Zorbel/Zorbel.h>
@@ -28,6 +29,9 @@ class CProbeWrapper : public Zorbel::IBeanWrapper {
 
 Zorbel::IBeanWrapper* MakeProbeWrapper() { return new CProbeWrapper; }
 
+constexpr std::int64_t kFew = 10'000;
+constexpr std::int64_t kMany = 100'000;
+
 std::vector<std::string> Names(const std::string& prefix, const benchmark::State& state) {
   std::vector<std::string> names;
   for (std::int64_t i = 0; i < state.range(0); ++i) {
@@ -45,11 +49,21 @@ std::string Document(const std::vector<std::string>& names, const char* attribut
   return document.append("</beans></library></zorbel>");
 }
 
+std::vector<Zorbel::CContainer> Load(const std::string& document, const benchmark::State& state) {
+  std::vector<Zorbel::CContainer> containers;
+  for (std::int64_t beans = 0; beans < kMany; beans += state.range(0)) {
+    containers.emplace_back(document.c_str(), false);
+  }
+  return containers;
+}
+
 void LoadBeans(benchmark::State& state) {
   const std::string document = Document(Names("bean", state));
   for (auto _ : state) {
-    const Zorbel::CContainer container(document.c_str(), false);
-    benchmark::DoNotOptimize(container.GetFactory().get());
+    std::vector<Zorbel::CContainer> containers = Load(document, state);
+    state.PauseTiming();
+    containers.clear();
+    state.ResumeTiming();
   }
 }
 
@@ -60,14 +74,15 @@ void UseOnce(benchmark::State& state, F use) {
   const std::string document = Document(names);
   for (auto _ : state) {
     state.PauseTiming();
-    {
-      const Zorbel::CContainer container(document.c_str(), false);
-      state.ResumeTiming();
+    std::vector<Zorbel::CContainer> containers = Load(document, state);
+    state.ResumeTiming();
+    for (const Zorbel::CContainer& container : containers) {
       for (const std::string& name : names) {
         use(container, name.c_str());
       }
-      state.PauseTiming();
     }
+    state.PauseTiming();
+    containers.clear();
     state.ResumeTiming();
   }
 }
@@ -80,22 +95,22 @@ void ResolveBeans(benchmark::State& state) {
   UseOnce(state, [](auto& container, const char* name) { benchmark::DoNotOptimize(container.GetBean(name)); });
 }
 
-/// Measures requests for the beans of `asked` from one container of singletons, all of them created.
+/// Measures requests for the beans of `asked` from containers of singletons, all of them created.
 void AskSingletons(benchmark::State& state, const char* asked) {
-  const Zorbel::CContainer container(Document(Names("bean", state), "singleton='true' lazy='false'").c_str(), false);
   const std::vector<std::string> names = Names(asked, state);
+  const std::vector<Zorbel::CContainer> containers =
+      Load(Document(Names("bean", state), "singleton='true' lazy='false'"), state);
   for (auto _ : state) {
-    for (const std::string& name : names) {
-      benchmark::DoNotOptimize(container.GetFactory()->GetBean(name.c_str(), nullptr));
+    for (const Zorbel::CContainer& container : containers) {
+      for (const std::string& name : names) {
+        benchmark::DoNotOptimize(container.GetFactory()->GetBean(name.c_str(), nullptr));
+      }
     }
   }
 }
 
 void HitSingletons(benchmark::State& state) { AskSingletons(state, "bean"); }
 void AskForUnknownBeans(benchmark::State& state) { AskSingletons(state, "unknown"); }
-
-constexpr std::int64_t kFew = 10'000;
-constexpr std::int64_t kMany = 100'000;
 
 BENCHMARK(LoadBeans)->Arg(kFew)->Arg(kMany)->Unit(benchmark::kMillisecond);
 BENCHMARK(AskForExistence)->Arg(kFew)->Arg(kMany)->Unit(benchmark::kMillisecond);
@@ -115,7 +130,8 @@ class CRatioReporter : public benchmark::ConsoleReporter {
 
   void Finalize() override {
     for (const auto& [name, times] : m_times) {
-      std::printf("%-20s ten times the beans take %.1f times as long\n", name.c_str(), times.back() / times.front());
+      std::printf("%-20s ten times the beans take %.1f times as long\n", name.c_str(),
+                  kMany / kFew * times.back() / times.front());
     }
   }
 
