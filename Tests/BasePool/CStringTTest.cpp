@@ -38,6 +38,8 @@ TYPED_TEST(CString, CopiesShareTheirTextUntilOneChanges) {
   EXPECT_EQ(this->S("texttextxtx"), longer);
   EXPECT_EQ(this->S("texttextxt"), copy);
   EXPECT_EQ(this->S("text"), original);
+  const TypeParam bar = '|';
+  EXPECT_EQ(this->S("|text|text"), bar + original + bar + original.GetString());
   const CStringT<TypeParam> moved = std::move(copy);
   EXPECT_EQ(this->S("texttextxt"), moved);
   copy += static_cast<const TypeParam*>(nullptr);  // NOLINT(bugprone-use-after-move)

@@ -52,7 +52,14 @@ TEST_F(LiteralTypes, ConvertTextsByTheirRules) {
   Expect<unsigned long>("unsigned long", {{"0x1Fg", 31}, {"0X", 0}, {"0178", 15}, {"4294967296", 4294967295}});
   Expect<unsigned long>("unsigned long", {{"-2", 4294967294}, {"-99999999999", 4294967295}});
   Expect<float>("float", {{"0.1", 0.1F}, {"1e39", std::numeric_limits<float>::infinity()}});
-  Expect<double>("double", {{"12.5e1x", 125}, {"+0x1.8p1", 3}, {"-.5", -0.5}, {"-abc", 0}, {"+-1", 0}});
+  Expect<double>("double", {{"12.5e1x", 125},
+                            {"+0x1.8p1", 3},
+                            {"-.5", -0.5},
+                            {"-abc", 0},
+                            {"+-1", 0},
+                            {"0x-5", 0},
+                            {"0xinf", 0},
+                            {"0x.8", 0.5}});
   Expect<double>("double", {{"-1e400", -kInfinity}, {"1e99999", kInfinity}, {"1e-99999", 0}, {"INF", kInfinity}});
   Expect<CStringT<char>>("char*", {{"a€Ж", "a\x80?"}, {"", ""}});
   Expect<CStringT<char>>("const char *", {{"x", "x"}});

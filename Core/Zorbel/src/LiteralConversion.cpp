@@ -130,12 +130,13 @@ unsigned int ToUnsigned(const wchar_t* text) {
 double ToDouble(const wchar_t* text) {
   const SSignedText number = SplitSign(text);
   const std::string digits = LeadingAscii(number.digits);
-  if (digits.starts_with('-')) {
-    return 0;  // a second sign would be read as part of the number
+  // What stands behind a sign or a prefix has to be a number without those: the reading below takes more.
+  if (HasHexadecimalPrefix(number.digits)) {
+    const std::string_view hexadecimal = std::string_view(digits).substr(2);
+    const bool starts = hexadecimal.find_first_of("0123456789abcdefABCDEF.") == 0;
+    return starts ? ReadDouble(hexadecimal, std::chars_format::hex, number.negative) : 0;
   }
-  return HasHexadecimalPrefix(number.digits)
-             ? ReadDouble(std::string_view(digits).substr(2), std::chars_format::hex, number.negative)
-             : ReadDouble(digits, std::chars_format::general, number.negative);
+  return digits.starts_with('-') ? 0 : ReadDouble(digits, std::chars_format::general, number.negative);
 }
 
 }  // namespace Zorbel::Literal

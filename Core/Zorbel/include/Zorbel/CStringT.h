@@ -181,6 +181,7 @@ class CStringT {
   friend CStringT operator+(CStringT a, const C* b) { return std::move(a += b); }
   friend CStringT operator+(const C* a, const CStringT& b) { return CStringT(a) += b; }
   friend CStringT operator+(CStringT a, C b) { return std::move(a += b); }
+  friend CStringT operator+(C a, const CStringT& b) { return CStringT(&a, 1) += b; }
 
  private:
   struct SHead {
