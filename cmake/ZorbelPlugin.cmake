@@ -1,5 +1,7 @@
-# zorbel_add_plugin(<name> <source>...): a plug-in module that documents name as "<name>" on every system. It exports
-# what its sources mark for export, and nothing else.
+# zorbel_add_plugin(<name> <source>...): a plug-in module that documents name as "<name>" on every system. Of its own
+# code it exports what its sources mark for export, such as the wrapper makers. On Linux there is beside that what modules
+# may share: type information of the interfaces, by which casts and handlers know them in every module, and code and
+# type information of the standard library's templates.
 function(zorbel_add_plugin name)
   add_library(${name} MODULE ${ARGN})
   target_compile_features(${name} PRIVATE cxx_std_17)

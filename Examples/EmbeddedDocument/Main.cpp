@@ -1,4 +1,5 @@
-// A program that carries its document, fills in what it knows itself, and lets a file beside it add more.
+// A program that carries its document, fills in what it knows itself, and lets a file in the folder it is
+// started from add more.
 #include <Zorbel/CContainer.h>
 #include <Zorbel/CException.h>
 #include <Zorbel/Class.h>
@@ -31,13 +32,13 @@ ZORBEL_CLASS(app, CPort) { Constructor<unsigned short>(); }
 
 int main() {
   ZORBEL_REGISTER_CLASS(app, CPort);
-  const Zorbel::CContainer ports(app::Document(8080, 8082).c_str(), true);
-  if (!std::filesystem::exists("more-ports.xml")) {
-    std::cout << "no more-ports.xml here: nothing is added\n";
-    return 0;
-  }
   try {
-    const Zorbel::CContainer more(L"more-ports.xml", true);
+    const Zorbel::CContainer ports(app::Document(8080, 8082).c_str(), true);
+    if (!std::filesystem::exists("more-ports.xml")) {
+      std::cout << "no more-ports.xml here: nothing is added\n";
+      return 0;
+    }
+    const Zorbel::CContainer more(L"more-ports.xml", true);  // into the same factory
   } catch (const Zorbel::CException&) {
     return 1;  // the log has told
   }

@@ -22,11 +22,12 @@ class CClock : public IClock {
 };
 
 void Show(const Zorbel::CContainer& container) {
-  std::string names;
-  for (const auto& clock : container.GetServices<IClock>()) {
-    names += ' ' + clock->Name();
+  const auto clocks = container.GetServices<IClock>();  // in use as long as somebody holds them
+  std::cout << container.GetServiceCount(IClock::kTypeId) << " registered:";
+  for (const auto& clock : clocks) {
+    std::cout << ' ' << clock->Name();
   }
-  std::cout << container.GetServiceCount(IClock::kTypeId) << " registered:" << names << '\n';
+  std::cout << '\n';
 }
 
 int main() {
@@ -49,7 +50,7 @@ int main() {
   container.ReleaseInstance(radio);
   Show(container);
 
-  std::cout << "Objects may have to be given back:\n";
+  std::cout << "Objects may have to be given back when nobody uses them any more:\n";
   container.RegisterService<IClock>([] { return std::make_unique<CClock>("rented"); }, true)
       ->SetReleaseFunction([](const Zorbel::IObject*) { std::cout << "the rented clock is given back\n"; });
   Show(container);

@@ -16,5 +16,10 @@ int main() {
         </library>
       </zorbel>)",
                                      false);
-  std::cout << container.GetBean<IGreeter>("greeter")->Greet() << '\n';
+  const auto greeter = container.GetBean<IGreeter>("greeter");
+  if (!greeter) {
+    std::cerr << "There is nobody to greet you; the lines above say why.\n";  // they are the log's
+    return 1;
+  }
+  std::cout << greeter->Greet() << '\n';
 }

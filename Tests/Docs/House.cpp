@@ -1,3 +1,0 @@
-int House(const wchar_t* document);
-
-int main() { return House(DOCUMENT); }
