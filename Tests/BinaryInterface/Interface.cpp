@@ -2,7 +2,6 @@
 #include <Logging/CLogger.h>
 #include <Logging/Logging.h>
 #include <Zorbel/Zorbel.h>
-#include <Zorbel/detail/ICallArguments.h>
 #include <Zorbel/detail/ModuleStamp.h>
 
 extern "C" __attribute__((visibility("default"))) void DescribeInterface(

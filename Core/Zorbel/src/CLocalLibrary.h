@@ -1,8 +1,8 @@
 #pragma once
 
 #include <Zorbel/CStringT.h>
+#include <Zorbel/ICallArguments.h>
 #include <Zorbel/ILibrary.h>
-#include <Zorbel/detail/ICallArguments.h>
 
 #include <cstddef>
 #include <shared_mutex>

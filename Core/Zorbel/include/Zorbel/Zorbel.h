@@ -8,6 +8,7 @@
 #include <Zorbel/Export.h>
 #include <Zorbel/IBeanFactory.h>
 #include <Zorbel/IBeanWrapper.h>
+#include <Zorbel/ICallArguments.h>
 #include <Zorbel/IException.h>
 #include <Zorbel/ILibrary.h>
 #include <Zorbel/IObject.h>

@@ -9,9 +9,9 @@
 
 #include <Zorbel/CException.h>
 #include <Zorbel/CStringT.h>
+#include <Zorbel/ICallArguments.h>
 #include <Zorbel/IObject.h>
 #include <Zorbel/detail/CallLog.h>
-#include <Zorbel/detail/ICallArguments.h>
 #include <Zorbel/detail/Parameter.h>
 
 namespace Zorbel::Kit {
