@@ -63,8 +63,13 @@ TEST_F(Services, AreNewUntilTheRegistrationIsASingletonThatHasMadeAnObject) {
   registration->SetSingleton();
   EXPECT_TRUE(registration->IsSingleton());
   EXPECT_THROW(Get(), std::runtime_error);
+  std::vector<const Zorbel::IObject*> released;
+  registration->SetReleaseFunction([&](const Zorbel::IObject* object) { released.push_back(object); });
   EXPECT_EQ(Get(), nullptr);
+  registration->SetReleaseFunction(nullptr);
+  EXPECT_TRUE(released.empty());  // kept until there is something better
   EXPECT_EQ(Get(), inner);
+  EXPECT_EQ(released, std::vector<const Zorbel::IObject*>{nullptr});
   m_container.GetFactory()->RegisterService("other", false, nullptr, registration);
   EXPECT_EQ(m_container.GetService("other"), inner);
   EXPECT_EQ(calls, 6);

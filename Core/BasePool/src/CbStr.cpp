@@ -10,6 +10,8 @@ constexpr const char* kFile = "Core/BasePool/CbStr";
 constexpr const char* kFormatFunction =
     "CbStrT<class std::basic_string<wchar_t,struct std::char_traits<wchar_t>,class std::allocator<wchar_t> > >::Format";
 
+const char* OrEmpty(const char* text) { return text != nullptr ? text : ""; }
+
 }  // namespace
 
 std::wstring& CbStrT<std::wstring>::Format(const wchar_t* format, ...) {
@@ -33,4 +35,4 @@ std::wstring& CbStrT<std::wstring>::Format(const wchar_t* format, va_list argume
 }
 
 CbStrT<std::wstring>::CException::CException(const char* file, unsigned int line, const char* function)
-    : m_file(file), m_line(line), m_function(function), m_threadId(Platform::CurrentThreadId()) {}
+    : m_file(OrEmpty(file)), m_line(line), m_function(OrEmpty(function)), m_threadId(Platform::CurrentThreadId()) {}

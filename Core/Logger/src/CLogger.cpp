@@ -89,7 +89,7 @@ void CLogger::Warn(const char* file, int line, const char* function, const wchar
 }
 
 void CLogger::Error(const char* file, int line, const char* function, const wchar_t* format, ...) const noexcept {
-  if (IsLogLevelEnabled(kLevelError)) {
+  if (m_channel.level.load(std::memory_order_relaxed) < kLevelOff) {
     va_list arguments;
     va_start(arguments, format);
     Write(m_channel, kLevelError, {file, line, function}, format, arguments);

@@ -38,17 +38,18 @@ bool CLocalLibrary::UnregisterFunction(const char* name) {
 void CLocalLibrary::RegisterTypeID(const char* className, const char* typeId) {
   RequireName(className, {kFile, "Zorbel::CLocalLibrary::RegisterTypeID"}, L"RegisterTypeID: the class name is null");
   const std::unique_lock lock(m_mutex);
-  m_typeIds.SetAt(className).value = CStringT<char>(typeId);  // made before its entry
+  const char* text = m_typeIdTexts.SetAt(typeId != nullptr ? typeId : "").key;
+  m_typeIds.SetAt(className).value = text;
 }
 
 const std::type_info* CLocalLibrary::GetType(const std::vector<void*>& arguments, std::size_t position) const {
   return CArgumentList::FindType(arguments, position);
 }
 
-CStringT<char> CLocalLibrary::GetTypeID(const char* className) {
+const char* CLocalLibrary::GetTypeID(const char* className) {
   {
     const std::shared_lock lock(m_mutex);
-    if (const CStringT<char>* typeId = m_typeIds.Lookup(className)) {
+    if (const char* const* typeId = m_typeIds.Lookup(className)) {
       return *typeId;
     }
   }

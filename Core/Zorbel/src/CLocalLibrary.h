@@ -18,8 +18,8 @@ namespace Zorbel {
 /// Thread: every operation may be called from any thread at any time.
 class CLocalLibrary : public ILibrary,
                       public ILibraryConfiguration,
-                      public ICallArguments,
-                      public CbSingleton<CLocalLibrary> {
+                      public CbSingleton<CLocalLibrary>,
+                      public ICallArguments {
  public:
   const char* GetPath() override { return nullptr; }
   void* GetFunction(const char* name) override;
@@ -30,14 +30,15 @@ class CLocalLibrary : public ILibrary,
 
   const std::type_info* GetType(const std::vector<void*>& arguments, std::size_t position) const override;
 
-  /// Returns the type id registered under `className`; a copy, which later registrations leave alone.
+  /// Returns the type id registered under `className`; the text stays when another is registered.
   /// Throws: `CException` when there is none.
-  CStringT<char> GetTypeID(const char* className);
+  const char* GetTypeID(const char* className);
 
  private:
   std::shared_mutex m_mutex;
   CbMap<CStringT<char>, void*> m_functions;
-  CbMap<CStringT<char>, CStringT<char>> m_typeIds;
+  CbMap<CStringT<char>, const char*> m_typeIds;  // by class; the texts are keys of the map below
+  CbMap<CStringT<char>, bool> m_typeIdTexts;     // each that was ever registered, once
 };
 
 }  // namespace Zorbel

@@ -31,7 +31,6 @@ struct SReleaser {
   }
 
  private:
-  // The entry goes before its function runs, which may produce another null instance: that has the same key.
   static void CallReleaseFunction(const IObject* object) noexcept {
     const Internal::CReleaseLock lock;
     if (CServiceConfig::ReleaseFunction* entry = releaseTable.Lookup(object)) {
@@ -42,7 +41,18 @@ struct SReleaser {
   }
 };
 
+// A null instance has no address to enter its function under.
+std::shared_ptr<IObject> WrapNull(const CServiceConfig::ReleaseFunction& function) {
+  return {static_cast<IObject*>(nullptr), [function](const IObject* object) noexcept {
+            const Internal::CReleaseLock lock;
+            CallContained(function, object);
+          }};
+}
+
 std::shared_ptr<IObject> WrapReleased(std::unique_ptr<IObject> made, const CServiceConfig::ReleaseFunction& function) {
+  if (!made) {
+    return WrapNull(function);
+  }
   const Internal::CReleaseLock lock;
   releaseTable.SetAt(made.get()).value = CServiceConfig::ReleaseFunction(function);  // copied before its entry is made
   return {made.release(), SReleaser()};
@@ -80,14 +90,21 @@ std::shared_ptr<IObject> CServiceConfig::Produce() {
   return release ? WrapReleased(std::move(made), release) : std::shared_ptr<IObject>(std::move(made));
 }
 
-// The first instance stays, also when its maker has asked for the service itself.
+// The first instance stays, also when its maker has asked for the service itself. A null one is kept until the next.
 std::shared_ptr<IObject> CServiceConfig::Keep(const std::shared_ptr<IObject>& instance) {
+  std::shared_ptr<IObject> replaced;  // gone outside the mutex: a release function may come with it
   const std::lock_guard lock(m_mutex);
-  if (instance && !m_hasInstance) {
+  if (m_hasInstance) {
+    return m_instance;
+  }
+  replaced.swap(m_nullInstance);
+  if (instance) {
     m_instance = instance;
     m_hasInstance.store(true, std::memory_order_release);
+  } else {
+    m_nullInstance = instance;
   }
-  return m_hasInstance ? m_instance : instance;
+  return instance;
 }
 
 std::shared_ptr<IObject> CServiceConfig::GetKeptInstance() const {

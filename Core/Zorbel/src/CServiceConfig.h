@@ -41,6 +41,7 @@ class CServiceConfig : public ITypeRegistration {
 
   std::shared_ptr<IObject> m_instance;  // written once, before m_hasInstance is set
   std::atomic<bool> m_hasInstance{false};
+  std::shared_ptr<IObject> m_nullInstance;  // what a singleton's maker gave last, with what that has to release
   SharedMaker m_sharedMaker;
   OwnedMaker m_ownedMaker;
   std::atomic<bool> m_singleton{false};

@@ -44,7 +44,8 @@ class CbMap {
   static constexpr std::uint32_t kDefaultTableSize = 128;
 
   /// `hashTableSize` is rounded down to a power of two. Throws: `CbExceptionContainer` when `blockSize` is 0.
-  explicit CbMap(std::uint32_t hashTableSize = kDefaultTableSize, unsigned int blockSize = Pool::kDefaultBlockSize,
+  CbMap() : CbMap(kDefaultTableSize) {}
+  explicit CbMap(std::uint32_t hashTableSize, unsigned int blockSize = Pool::kDefaultBlockSize,
                  unsigned int fixedBlockSize = 0, float growthFactor = Pool::kDefaultGrowthFactor)
       : m_pool(blockSize, fixedBlockSize, growthFactor),
         m_hashTableSize(std::bit_floor(hashTableSize == 0 ? 1 : hashTableSize)) {}

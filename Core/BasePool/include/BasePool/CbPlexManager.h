@@ -34,8 +34,8 @@ class CbPlexManager {
 
   /// Takes the element count of the first block, that of every block (0: they grow), and the factor between successive
   /// blocks. Allocates nothing. Throws: `CbExceptionContainer` when `blockSize` is 0.
-  explicit CbPlexManager(Counter blockSize = kDefaultBlockSize, Counter fixedBlockSize = 0,
-                         float growthFactor = kDefaultGrowthFactor)
+  CbPlexManager() : CbPlexManager(kDefaultBlockSize) {}
+  explicit CbPlexManager(Counter blockSize, Counter fixedBlockSize = 0, float growthFactor = kDefaultGrowthFactor)
       : m_blockSize(blockSize), m_fixedBlockSize(fixedBlockSize), m_growthFactor(growthFactor) {
     if (blockSize == 0) {
       CbPlex::RaiseOutOfMemory(__LINE__, QualifiedName("CbPlexManager"));
