@@ -1,23 +1,34 @@
 #include "ThreadState.h"
 
 #include <condition_variable>
+#include <cstddef>
 #include <mutex>
+#include <new>
 
 namespace Zorbel::Internal {
 namespace {
 
-std::mutex releaseMutex;  // guards the two below
-std::condition_variable releaseFreed;
-bool releasing = false;          // a thread has the release lock
-std::size_t pausedReleases = 0;  // threads that have lent it
+struct SReleaseState {
+  std::mutex mutex;  // guards the members behind
+  std::condition_variable freed;
+  bool taken = false;           // a thread has the release lock
+  std::size_t pausedCount = 0;  // threads that have lent it
+
+  void Free() {
+    taken = false;
+    freed.notify_all();
+  }
+};
+
+// Never destroyed: a thread may wait for it while the process ends, which the end would have to wait for.
+SReleaseState& ReleaseState() {
+  alignas(SReleaseState) static std::byte storage[sizeof(SReleaseState)];
+  static SReleaseState& state = *new (storage) SReleaseState;
+  return state;
+}
 
 // What paused threads wait for.
 bool HoldsLockBeforeRelease(const SThreadState& thread) { return thread.factoryLocksHeld > 0 || thread.loading; }
-
-void FreeRelease() {
-  releasing = false;
-  releaseFreed.notify_all();
-}
 
 }  // namespace
 
@@ -29,34 +40,36 @@ SThreadState& ThisThread() {
 CReleaseLock::CReleaseLock() {
   SThreadState& thread = ThisThread();
   if (thread.releaseLocksHeld == 0) {
-    std::unique_lock lock(releaseMutex);
-    releaseFreed.wait(lock, [&] { return !releasing && (pausedReleases == 0 || HoldsLockBeforeRelease(thread)); });
-    releasing = true;
+    SReleaseState& state = ReleaseState();
+    std::unique_lock lock(state.mutex);
+    state.freed.wait(lock, [&] { return !state.taken && (state.pausedCount == 0 || HoldsLockBeforeRelease(thread)); });
+    state.taken = true;
   }
   ++thread.releaseLocksHeld;
 }
 
 CReleaseLock::~CReleaseLock() {
   if (--ThisThread().releaseLocksHeld == 0) {
-    const std::lock_guard lock(releaseMutex);
-    FreeRelease();
+    const std::lock_guard lock(ReleaseState().mutex);
+    ReleaseState().Free();
   }
 }
 
 CReleasePause::CReleasePause() : m_paused(ThisThread().releaseLocksHeld > 0) {
   if (m_paused) {
-    const std::lock_guard lock(releaseMutex);
-    ++pausedReleases;
-    FreeRelease();
+    const std::lock_guard lock(ReleaseState().mutex);
+    ++ReleaseState().pausedCount;
+    ReleaseState().Free();
   }
 }
 
 CReleasePause::~CReleasePause() {
   if (m_paused) {
-    std::unique_lock lock(releaseMutex);
-    releaseFreed.wait(lock, [] { return !releasing; });
-    releasing = true;
-    --pausedReleases;
+    SReleaseState& state = ReleaseState();
+    std::unique_lock lock(state.mutex);
+    state.freed.wait(lock, [&] { return !state.taken; });
+    state.taken = true;
+    --state.pausedCount;
   }
 }
 
