@@ -266,7 +266,7 @@ void CXMLResource::parseInterfaces(const XMLNode& node, SBeanDescription& bean, 
     Internal::Raise({kResourceFile, "Zorbel::CXMLResource::parseInterfaces"},
                     L"Error while parsing interface: Missing interface name");
   }
-  bean.interfaces.push_back(CLocalLibrary::Instance().GetTypeID(name));
+  bean.interfaces.emplace_back(CLocalLibrary::Instance().GetTypeID(name));
 }
 
 void CXMLResource::parseDependencies(const XMLNode& node, SBeanDescription& bean, const SScope& scope) {

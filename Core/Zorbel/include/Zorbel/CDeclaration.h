@@ -54,7 +54,8 @@ class CDeclaration {
   using Class = T;
   ~CDeclaration() = default;
 
-  /// The class's constructor with these parameters.
+  /// The class's constructor with these parameters. The instance may become part of an object of a derived class, which
+  /// default-constructs the virtual bases of `T`; a class whose virtual bases need arguments is made by a `Factory`.
   template <class... A>
   void Constructor() {
     static_assert(std::is_constructible_v<T, A...>, "the class has no constructor with these parameters");
