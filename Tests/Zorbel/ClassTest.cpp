@@ -99,6 +99,12 @@ class CWhole : public SBase {
 
 std::unique_ptr<CPart> MakePart(const char* text) { return *text != '\0' ? std::make_unique<CPart>(text) : nullptr; }
 
+/// Only ever made by another class.
+struct CDoor {
+  ~CDoor() { Journal::Add("~door"); }
+  void Close() { Journal::Add("close door"); }
+};
+
 std::unique_ptr<IPart> MakeHiddenPart() { return std::make_unique<CPart>("hidden"); }
 
 class Ambiguous {
@@ -116,6 +122,8 @@ ZORBEL_CLASS(kit, CPart) {
   Method("Stop", &Class::Stop);
 }
 
+ZORBEL_CLASS(kit, CDoor) { Method("Close", &Class::Close); }
+
 ZORBEL_CLASS(kit, CPlain) {
   Constructor<int>();
   Method("Stop", &Class::Stop);
@@ -130,6 +138,7 @@ ZORBEL_CLASS(kit, CWhole) {
   Factory("Make", &Class::Make);
   Factory("MakePart", &kit::MakePart);
   Factory("MakeHiddenPart", &kit::MakeHiddenPart);
+  Factory("MakeDoor", [] { return std::make_unique<kit::CDoor>(); });
   Factory("MakePlain", [](int number) { return std::make_unique<kit::CPlain>(number); });
   Method("Inherited", &Class::Inherited);
   Method("SetNumbers", &Class::SetNumbers);
@@ -340,6 +349,7 @@ TEST_F(DeclaredClass, RunsItsExitMethodOnceWhileItsDependenciesLive) {
       {Bean("kit::CPart' exit-method='Stop' factory-method='MakeHiddenPart' factory-bean='f", on) +
            "<bean name='f' class='kit::CWhole'/>",
        {"stop hidden", "~hidden", "~D"}},
+      {Bean("kit::CWhole' exit-method='Close' factory-method='MakeDoor", on), {"close door", "~door", "~D"}},
       {Bean("kit::CWhole' exit-method='FailPart' factory-method='MakePart", Constructed(Values({{"char*", "x"}}))),
        {"~x"}},
   };

@@ -12,7 +12,6 @@
 /// A host writes the same for its own classes, and makes them known with `ZORBEL_REGISTER_CLASS(motion, CAxis);`.
 /// Namespaces and class are given one by one, at most six; a class of the global namespace alone.
 
-#include <memory>
 #include <typeinfo>
 #include <utility>
 
@@ -38,14 +37,8 @@ namespace Kit {
 /// Returns a new wrapper. All wrappers of a class share what it declared, which also objects keep as long as they need
 /// it.
 template <class Declaration>
-IBeanWrapper* MakeWrapper(const char* className, const std::type_info& type) {
-  static const std::shared_ptr<const SClass> described = [className, &type] {
-    auto declared = std::make_shared<SClass>(className);
-    Declaration(*declared).Declare();
-    CDeclaredClasses::Add(type, declared);
-    return declared;
-  }();
-  return new CClassWrapper(described);
+IBeanWrapper* MakeWrapper() {
+  return new CClassWrapper(Describe<Declaration>());
 }
 
 /// An interface that this module registers when it is loaded, in static storage. The library has it registered through
@@ -105,17 +98,17 @@ extern "C" ZORBEL_STAMP_EXPORT const ::Zorbel::Kit::SModuleStamp zorbel_module_s
   ::Zorbel::GetLocalLibrary().RegisterFunction("create_" #name "_Wrapper", \
                                                reinterpret_cast<void*>(&create_##name##_Wrapper))
 #define ZORBEL_DETAIL_CLASS(name, type) ZORBEL_DETAIL_CLASS2(name, type)
-#define ZORBEL_DETAIL_CLASS2(name, type)                                                       \
-  namespace {                                                                                  \
-  struct declare_##name final : ::Zorbel::CDeclaration<type> {                                 \
-    using CDeclaration::CDeclaration;                                                          \
-    void Declare();                                                                            \
-  };                                                                                           \
-  }                                                                                            \
-  ZORBEL_DETAIL_MAKER2(name);                                                                  \
-  ::Zorbel::IBeanWrapper* create_##name##_Wrapper() {                                          \
-    return ::Zorbel::Kit::MakeWrapper<declare_##name>(ZORBEL_DETAIL_TEXT(type), typeid(type)); \
-  }                                                                                            \
+#define ZORBEL_DETAIL_CLASS2(name, type)                                                                       \
+  namespace {                                                                                                  \
+  struct declare_##name final : ::Zorbel::CDeclaration<type> {                                                 \
+    static constexpr const char* kClassName = ZORBEL_DETAIL_TEXT(type);                                        \
+    using CDeclaration::CDeclaration;                                                                          \
+    void Declare();                                                                                            \
+  };                                                                                                           \
+  const ::Zorbel::Kit::CDeclaredClass declared_##name(typeid(type), &::Zorbel::Kit::Describe<declare_##name>); \
+  }                                                                                                            \
+  ZORBEL_DETAIL_MAKER2(name);                                                                                  \
+  ::Zorbel::IBeanWrapper* create_##name##_Wrapper() { return ::Zorbel::Kit::MakeWrapper<declare_##name>(); }   \
   void declare_##name::Declare()
 
 #define ZORBEL_DETAIL_TEXT(x) ZORBEL_DETAIL_TEXT2(x)

@@ -1,11 +1,9 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
-#include <mutex>
 #include <string>
-#include <typeindex>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -24,6 +22,8 @@ struct SCreation {
   std::shared_ptr<const SClass> creatingClass;
   const char* exitMethod;  // empty for none
   const std::vector<std::shared_ptr<IObject>>& dependencies;
+
+  bool HasExitMethod() const { return *exitMethod != '\0'; }
 };
 
 /// All that a class declares. Thread: constant once the class is declared.
@@ -43,32 +43,47 @@ struct SClass {
 
 inline constexpr const char* kCreation = "Zorbel::IBeanWrapper::CreateInstance";
 
-/// The declared classes of this module. Thread: any.
-class CDeclaredClasses {
+/// Returns what the class declares, which is asked once.
+template <class Declaration>
+std::shared_ptr<const SClass> Describe() {
+  static const std::shared_ptr<const SClass> described = [] {
+    auto declared = std::make_shared<SClass>(Declaration::kClassName);
+    Declaration(*declared).Declare();
+    return declared;
+  }();
+  return described;
+}
+
+/// A class that this module declares, in static storage: known from the module's start, whether or not a bean of it was
+/// ever defined. Thread: any, once the module is loaded.
+class CDeclaredClass {
  public:
-  ZORBEL_LOCAL static void Add(const std::type_info& type, std::shared_ptr<const SClass> described) {
-    SRecords& records = Records();
-    const std::lock_guard lock(records.mutex);
-    records.classes[type] = std::move(described);
-  }
+  using Description = std::shared_ptr<const SClass> (*)();
+
+  ZORBEL_LOCAL CDeclaredClass(const std::type_info& type, Description describe) noexcept
+      : m_type(type), m_describe(describe), m_next(std::exchange(First(), this)) {}
+  CDeclaredClass(const CDeclaredClass&) = delete;
+  CDeclaredClass& operator=(const CDeclaredClass&) = delete;
 
   /// Returns the class that was declared for the type, or null.
   ZORBEL_LOCAL static std::shared_ptr<const SClass> Find(const std::type_info& type) {
-    SRecords& records = Records();
-    const std::lock_guard lock(records.mutex);
-    const auto found = records.classes.find(type);
-    return found != records.classes.end() ? found->second : nullptr;
+    for (const CDeclaredClass* next = First(); next != nullptr; next = next->m_next) {
+      if (next->m_type == type) {
+        return next->m_describe();
+      }
+    }
+    return nullptr;
   }
 
  private:
-  struct SRecords {
-    std::mutex mutex;
-    std::map<std::type_index, std::shared_ptr<const SClass>> classes;
-  };
-  ZORBEL_LOCAL static SRecords& Records() {
-    static SRecords records;
-    return records;
+  ZORBEL_LOCAL static const CDeclaredClass*& First() noexcept {
+    static const CDeclaredClass* first = nullptr;
+    return first;
   }
+
+  const std::type_info& m_type;
+  Description m_describe;
+  const CDeclaredClass* m_next;
 };
 
 /// Calls the method; an object of another class is told in the log.
@@ -91,14 +106,11 @@ inline void RunExit(const SClass& described, const SFunction<SClass::Method>& me
   }
 }
 
-/// Fills in what an instance has to do at its end: the exit method of the first of these classes that declares it.
-/// Returns false, with a line in the log, when none does: it would be missed only when it is too late.
+/// Fills in what an instance has to do at its end: the named exit method, of the first of these classes that declares
+/// it. Returns false, with a line in the log, when none does: it would be missed only when it is too late.
 inline bool FindExit(const SCreation& creation, const std::vector<std::shared_ptr<const SClass>>& candidates,
                      SLifetime& lifetime) {
   const std::string name = creation.exitMethod;
-  if (name.empty()) {
-    return true;
-  }
   for (const auto& described : candidates) {
     if (const auto* method = described->methods.Find(name, 0)) {
       lifetime.exit = [described, method](IObject* object) { RunExit(*described, *method, object); };
@@ -115,7 +127,7 @@ inline bool FindExit(const SCreation& creation, const std::vector<std::shared_pt
 template <class T, class... Args>
 std::unique_ptr<IObject> Construct(const SCreation& creation, Args&&... args) {
   SLifetime lifetime{creation.dependencies, nullptr};
-  if (!FindExit(creation, {creation.creatingClass}, lifetime)) {
+  if (creation.HasExitMethod() && !FindExit(creation, {creation.creatingClass}, lifetime)) {
     return nullptr;
   }
   return MakeInstance<T>(std::move(lifetime), std::forward<Args>(args)...);
@@ -126,7 +138,7 @@ template <class U>
 std::vector<std::shared_ptr<const SClass>> ClassesOf(const SCreation& creation, const U& made) {
   std::vector<std::shared_ptr<const SClass>> classes;
   for (const std::type_info* type : {&typeid(made), &typeid(U)}) {
-    if (std::shared_ptr<const SClass> described = CDeclaredClasses::Find(*type)) {
+    if (std::shared_ptr<const SClass> described = CDeclaredClass::Find(*type)) {
       classes.push_back(std::move(described));
     }
   }
@@ -141,7 +153,7 @@ std::unique_ptr<IObject> AdoptMade(const SCreation& creation, std::unique_ptr<U>
     return nullptr;
   }
   SLifetime lifetime{creation.dependencies, nullptr};
-  if (!FindExit(creation, ClassesOf(creation, *made), lifetime)) {
+  if (creation.HasExitMethod() && !FindExit(creation, ClassesOf(creation, *made), lifetime)) {
     return nullptr;
   }
   return Adopt(std::move(lifetime), std::move(made));
