@@ -17,7 +17,7 @@ Zorbel::CContainer LoadLiteral(const std::string& type, const std::string& text)
 
 /// Expects that a wrapper finds these values of type `T` for texts of the configured type.
 template <class T>
-void Expect(const char* type, std::initializer_list<std::pair<const char*, T>> literals) {
+void Expect(const char* type, std::initializer_list<std::pair<std::string, T>> literals) {
   for (const auto& [text, expected] : literals) {
     bool same = false;
     TestClasses classes;
@@ -61,6 +61,14 @@ TEST_F(LiteralTypes, ConvertTextsByTheirRules) {
                             {"0xinf", 0},
                             {"0x.8", 0.5}});
   Expect<double>("double", {{"-1e400", -kInfinity}, {"1e99999", kInfinity}, {"1e-99999", 0}, {"INF", kInfinity}});
+  const std::string zeros(6000, '0');
+  Expect<double>("double", {{"0." + zeros + "1", 0},
+                            {"0x0." + zeros + "1p0", 0},
+                            {"1" + zeros + "e-100", kInfinity},
+                            {"0." + zeros + "1e6001", 1},
+                            {"1e" + zeros + "9999999999999999999", kInfinity},
+                            {"0xFp+-3", 15},
+                            {"0xFp+3", 120}});
   Expect<CStringT<char>>("char*", {{"a€Ж", "a\x80?"}, {"", ""}});
   Expect<CStringT<char>>("const char *", {{"x", "x"}});
   Expect<CStringT<wchar_t>>("wchar_t*", {{"a€Ж", L"a€Ж"}});

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <thread>
@@ -57,6 +58,28 @@ TEST_F(FactoryThreads, CreateSingletonsAndSingletonServicesOnce) {
   for (const auto& objects : seen) {
     EXPECT_EQ(objects, seen[0]);
   }
+}
+
+TEST_F(FactoryThreads, HandOutKeptServicesWhileABeanIsMade) {
+  m_classes.Add("P");
+  Zorbel::GetLocalLibrary().RegisterTypeID("IProvided", "provided");
+  CContainer container = Load("<bean name='h' class='H'/><bean name='p' class='P' singleton='true'>" +
+                              std::string("<provides><interface>IProvided</interface></provides></bean>"));
+  container.RegisterService("made", MakeObject)->SetSingleton();
+  container.RegisterInstance("ready", MakeObject());
+  const std::vector<Object> kept = {container.GetService("provided"), container.GetService("made"),
+                                    container.GetService("ready")};
+  std::vector<Object> seen;
+  m_hook = [&] {
+    std::thread([&] {
+      for (const char* typeId : {"provided", "made", "ready"}) {
+        seen.push_back(container.GetService(typeId));
+      }
+    }).join();
+  };
+  container.GetBean("h");
+  EXPECT_EQ(seen, kept);
+  EXPECT_EQ(std::count(kept.begin(), kept.end(), nullptr), 0);
 }
 
 TEST_F(FactoryThreads, AttachToOneSharedFactoryAndLoadIntoItOneAfterTheOther) {

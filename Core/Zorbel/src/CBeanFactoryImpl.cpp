@@ -58,6 +58,9 @@ bool CBeanFactoryImpl::Exists(const char* name) {
 
 std::shared_ptr<IObject> CBeanFactoryImpl::GetService(const char* typeId, unsigned int index) {
   const std::shared_ptr<CBeanFactoryImpl> alive = weak_from_this().lock();
+  if (std::shared_ptr<IObject> kept = FindKeptService(typeId, index)) {
+    return kept;
+  }
   std::shared_ptr<ITypeRegistration> registration;
   {
     const CCall call(*this);
@@ -74,17 +77,25 @@ std::shared_ptr<IObject> CBeanFactoryImpl::GetService(const char* typeId, unsign
   if (!service->IsSingleton()) {
     return service->GetInstance();
   }
-  if (std::shared_ptr<IObject> kept = service->GetKeptInstance()) {
-    return kept;
-  }
   const CCall call(*this);
   return service->GetInstance();
+}
+
+std::shared_ptr<IObject> CBeanFactoryImpl::FindKeptService(const char* typeId, unsigned int index) {
+  std::shared_ptr<ITypeRegistration> registration;
+  {
+    const CbLock lock(m_servicesLock);
+    registration = m_state->configuration.FindService(typeId, index);
+  }
+  const auto* service = dynamic_cast<const CServiceConfig*>(registration.get());
+  return service != nullptr ? service->GetKeptInstance() : nullptr;
 }
 
 std::shared_ptr<ITypeRegistration> CBeanFactoryImpl::RegisterService(const char* typeId, bool front,
                                                                      std::function<std::unique_ptr<IObject>()>&& maker,
                                                                      std::shared_ptr<ITypeRegistration> registration) {
   const CCall call(*this);
+  const CbLock services(m_servicesLock);
   return m_state->configuration.RegisterService(typeId, front, std::move(maker), std::move(registration));
 }
 
@@ -92,12 +103,14 @@ std::shared_ptr<ITypeRegistration> CBeanFactoryImpl::RegisterInstance(const char
                                                                       std::shared_ptr<IObject> instance,
                                                                       std::shared_ptr<ITypeRegistration> registration) {
   const CCall call(*this);
+  const CbLock services(m_servicesLock);
   return m_state->configuration.RegisterInstance(typeId, front, instance, std::move(registration));
 }
 
 void CBeanFactoryImpl::ReleaseInstance(const std::shared_ptr<IObject>& instance) {
   std::vector<std::shared_ptr<ITypeRegistration>> removed;  // destroyed outside the lock
   const CCall call(*this);
+  const CbLock services(m_servicesLock);
   removed = m_state->configuration.ReleaseInstance(instance);
 }
 
@@ -108,6 +121,7 @@ unsigned int CBeanFactoryImpl::GetServiceCount(const char* typeId) {
 
 void CBeanFactoryImpl::Integrate(CXMLResource& resource) {
   const CCall call(*this);
+  const CbLock services(m_servicesLock);
   m_state->configuration.Integrate(resource);
 }
 
@@ -123,8 +137,12 @@ void CBeanFactoryImpl::CreateEagerBeans() {
 void CBeanFactoryImpl::Clear() {
   const CCall call(*this);
   CBeanFactoryImpl fresh(this);
-  const std::shared_ptr<CFactoryState> old = std::move(m_state);
-  *this = std::move(fresh);
+  std::shared_ptr<CFactoryState> old;
+  {
+    const CbLock services(m_servicesLock);
+    old = std::move(m_state);
+    *this = std::move(fresh);
+  }
   old->ReleaseObjects();
 }
 
@@ -133,6 +151,7 @@ CBeanFactoryImpl& CBeanFactoryImpl::operator=(CBeanFactoryImpl&& source) {  // N
   if (m_state) {
     Internal::Raise({kFactoryFile, "Zorbel::CBeanFactoryImpl::operator ="}, L"Internal error");
   }
+  const CbLock services(m_servicesLock);
   m_state = std::move(source.m_state);
   return *this;
 }

@@ -14,6 +14,7 @@ inline constexpr const char* kFactoryFile = "Core/Zorbel/src/CBeanFactoryImpl";
 inline constexpr const char* kResolutionFunction = "Zorbel::CBeanFactoryImpl::GetBeanWrapper";
 
 /// The bean factory. One re-entrant lock guards all of it; it is held while beans and singleton services are created.
+/// Services that are kept are looked up under a lock of their own.
 /// Ownership: shared; while one of its calls runs, that call is an owner too.
 class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_this<CBeanFactoryImpl> {
  public:
@@ -53,7 +54,12 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
   /// `owner` is the factory that the new state is meant for.
   explicit CBeanFactoryImpl(IBeanFactory* owner) : m_state(std::make_shared<CFactoryState>(owner)) {}
 
+  /// Returns the ready-made instance or the singleton's, without waiting for what is being made; null when there is
+  /// none.
+  std::shared_ptr<IObject> FindKeptService(const char* typeId, unsigned int index);
+
   CbCriticalSection m_lock;
+  CbCriticalSection m_servicesLock;  // taken last, for a short time; what changes services or `m_state` has both
   std::shared_ptr<CFactoryState> m_state;
 };
 

@@ -66,17 +66,44 @@ std::string LeadingAscii(std::wstring_view text) {
   return result;
 }
 
-// A value out of the range of double may still be in that of long double, which tells too large from too small; one
-// beyond even that is told by the sign of its exponent.
+// Tells too small from too large by where the first digit stands, which the exponent moves.
+bool IsTiny(std::string_view text, std::chars_format format) {
+  const bool hexadecimal = format == std::chars_format::hex;
+  const std::size_t marker = std::min(text.find_first_of(hexadecimal ? "pP" : "eE"), text.size());
+  const std::string_view mantissa = text.substr(0, marker);
+  const auto point = static_cast<std::int64_t>(std::min(mantissa.find('.'), mantissa.size()));
+  const auto firstDigit = static_cast<std::int64_t>(std::min(mantissa.find_first_not_of("0."), mantissa.size()));
+  const std::int64_t places = (point - firstDigit) * (hexadecimal ? 4 : 1);
+
+  std::string_view exponent = text.substr(std::min(marker + 1, text.size()));
+  const bool negative = exponent.starts_with('-');
+  exponent.remove_prefix(negative || exponent.starts_with('+') ? 1 : 0);
+  std::int32_t moved = 0;
+  if (std::from_chars(exponent.data(), exponent.data() + exponent.size(), moved).ec == std::errc::result_out_of_range) {
+    return negative;
+  }
+  return negative ? places < moved : places < -std::int64_t{moved};
+}
+
+// A value out of the range of double may still be in that of long double.
 double OutOfRange(const char* first, const char* last, std::chars_format format) {
   long double value = 0;
   if (std::from_chars(first, last, value, format).ec == std::errc()) {
     return static_cast<double>(value);
   }
   const std::string_view text(first, static_cast<std::size_t>(last - first));
-  const std::size_t exponent = text.find_first_of(format == std::chars_format::hex ? "pP" : "eE");
-  const bool tiny = exponent != std::string_view::npos && text.substr(exponent + 1).starts_with('-');
-  return tiny ? 0.0 : std::numeric_limits<double>::infinity();
+  return IsTiny(text, format) ? 0.0 : std::numeric_limits<double>::infinity();
+}
+
+// An exponent without digits does not belong to the number, whatever its signs.
+std::string_view WithoutEmptyExponent(std::string_view hexadecimal) {
+  const std::size_t marker = hexadecimal.find_first_of("pP");
+  if (marker == std::string_view::npos) {
+    return hexadecimal;
+  }
+  std::string_view exponent = hexadecimal.substr(marker + 1);
+  exponent.remove_prefix(exponent.starts_with('+') || exponent.starts_with('-') ? 1 : 0);
+  return exponent.find_first_of("0123456789") == 0 ? hexadecimal : hexadecimal.substr(0, marker);
 }
 
 double ReadDouble(std::string_view text, std::chars_format format, bool negative) {
@@ -134,7 +161,7 @@ double ToDouble(const wchar_t* text) {
   if (HasHexadecimalPrefix(number.digits)) {
     const std::string_view hexadecimal = std::string_view(digits).substr(2);
     const bool starts = hexadecimal.find_first_of("0123456789abcdefABCDEF.") == 0;
-    return starts ? ReadDouble(hexadecimal, std::chars_format::hex, number.negative) : 0;
+    return starts ? ReadDouble(WithoutEmptyExponent(hexadecimal), std::chars_format::hex, number.negative) : 0;
   }
   return digits.starts_with('-') ? 0 : ReadDouble(digits, std::chars_format::general, number.negative);
 }
