@@ -200,3 +200,28 @@ TEST_F(FactoryThreads, ReleaseServicesWhileAReleaseFunctionWaitsForTheFactory) {
   });
   EXPECT_EQ(released, kThreads * kRounds + 1);
 }
+
+TEST_F(FactoryThreads, ReleaseServicesInASinkWhileAReleaseFunctionAsksForAKeptOne) {
+  CContainer container = Load("");
+  const Object ready = MakeObject();
+  Object seen;
+  std::promise<void> releasing;
+  container.RegisterInstance("ready", ready);
+  container.RegisterService("plain", MakeObject)->SetReleaseFunction([](auto*) {});
+  container.RegisterService("asking", MakeObject)->SetReleaseFunction([&](auto*) {
+    releasing.set_value();
+    seen = container.GetService("ready");
+  });
+  Object plain = container.GetService("plain");
+  Object asking = container.GetService("asking");
+  std::thread other;
+  Logging::SetSink([&](const auto&) {
+    other = std::thread([&] { asking.reset(); });
+    releasing.get_future().wait();
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    plain.reset();
+  });
+  EXPECT_THROW(container.RegisterInstance("ready", ready), Zorbel::CException);
+  other.join();
+  EXPECT_EQ(seen, ready);
+}

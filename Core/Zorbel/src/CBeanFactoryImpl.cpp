@@ -84,7 +84,7 @@ std::shared_ptr<IObject> CBeanFactoryImpl::GetService(const char* typeId, unsign
 std::shared_ptr<IObject> CBeanFactoryImpl::FindKeptService(const char* typeId, unsigned int index) {
   std::shared_ptr<ITypeRegistration> registration;
   {
-    const CbLock lock(m_servicesLock);
+    const Internal::CFactoryLock lock(m_servicesLock);
     registration = m_state->configuration.FindService(typeId, index);
   }
   const auto* service = dynamic_cast<const CServiceConfig*>(registration.get());
@@ -95,7 +95,7 @@ std::shared_ptr<ITypeRegistration> CBeanFactoryImpl::RegisterService(const char*
                                                                      std::function<std::unique_ptr<IObject>()>&& maker,
                                                                      std::shared_ptr<ITypeRegistration> registration) {
   const CCall call(*this);
-  const CbLock services(m_servicesLock);
+  const Internal::CFactoryLock services(m_servicesLock);
   return m_state->configuration.RegisterService(typeId, front, std::move(maker), std::move(registration));
 }
 
@@ -103,14 +103,14 @@ std::shared_ptr<ITypeRegistration> CBeanFactoryImpl::RegisterInstance(const char
                                                                       std::shared_ptr<IObject> instance,
                                                                       std::shared_ptr<ITypeRegistration> registration) {
   const CCall call(*this);
-  const CbLock services(m_servicesLock);
+  const Internal::CFactoryLock services(m_servicesLock);
   return m_state->configuration.RegisterInstance(typeId, front, instance, std::move(registration));
 }
 
 void CBeanFactoryImpl::ReleaseInstance(const std::shared_ptr<IObject>& instance) {
   std::vector<std::shared_ptr<ITypeRegistration>> removed;  // destroyed outside the lock
   const CCall call(*this);
-  const CbLock services(m_servicesLock);
+  const Internal::CFactoryLock services(m_servicesLock);
   removed = m_state->configuration.ReleaseInstance(instance);
 }
 
@@ -121,7 +121,7 @@ unsigned int CBeanFactoryImpl::GetServiceCount(const char* typeId) {
 
 void CBeanFactoryImpl::Integrate(CXMLResource& resource) {
   const CCall call(*this);
-  const CbLock services(m_servicesLock);
+  const Internal::CFactoryLock services(m_servicesLock);
   m_state->configuration.Integrate(resource);
 }
 
@@ -139,7 +139,7 @@ void CBeanFactoryImpl::Clear() {
   CBeanFactoryImpl fresh(this);
   std::shared_ptr<CFactoryState> old;
   {
-    const CbLock services(m_servicesLock);
+    const Internal::CFactoryLock services(m_servicesLock);
     old = std::move(m_state);
     *this = std::move(fresh);
   }
@@ -151,7 +151,7 @@ CBeanFactoryImpl& CBeanFactoryImpl::operator=(CBeanFactoryImpl&& source) {  // N
   if (m_state) {
     Internal::Raise({kFactoryFile, "Zorbel::CBeanFactoryImpl::operator ="}, L"Internal error");
   }
-  const CbLock services(m_servicesLock);
+  const Internal::CFactoryLock services(m_servicesLock);
   m_state = std::move(source.m_state);
   return *this;
 }

@@ -22,7 +22,7 @@ namespace Zorbel {
 using Variables = CbMap<CStringT<wchar_t>, CStringT<wchar_t>>;
 
 /// One configuration document as read, and a factory's registry of all documents merged into it.
-/// Thread: has no lock of its own; a factory calls its registry under the factory's lock. Code of plug-ins that is
+/// Thread: has no lock of its own; a factory calls its registry under the factory's locks. Code of plug-ins that is
 /// called from here may call back, on the same thread.
 class CXMLResource {
  public:
