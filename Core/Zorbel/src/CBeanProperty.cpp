@@ -1,5 +1,6 @@
 #include "CBeanProperty.h"
 
+#include "BasePool/CbNeverDestroyed.h"
 #include "BasePool/CbPlexManager.h"
 #include "CArgumentList.h"
 
@@ -8,23 +9,29 @@ namespace {
 
 constexpr unsigned int kPoolBlockSize = 1000;
 
-CbPlexManager<CBeanProperty, 1, unsigned int> pool(kPoolBlockSize);
+using Pool = CbPlexManager<CBeanProperty, 1, unsigned int>;
+
+// Definitions may be released by the last static objects of the process.
+Pool& PropertyPool() {
+  static const CbNeverDestroyed<Pool> pool(kPoolBlockSize);
+  return *pool;
+}
 
 }  // namespace
 
 CBeanProperty::Owner CBeanProperty::Make(const SPropertyDescription& description) {
-  CBeanProperty* storage = pool.getFreeElement();
+  CBeanProperty* storage = PropertyPool().getFreeElement();
   try {
     return Owner(new (storage) CBeanProperty(description));
   } catch (...) {
-    pool.releaseElement(storage);
+    PropertyPool().releaseElement(storage);
     throw;
   }
 }
 
 void CBeanProperty::SReturnToPool::operator()(CBeanProperty* property) const noexcept {
   property->~CBeanProperty();
-  pool.releaseElement(property);
+  PropertyPool().releaseElement(property);
 }
 
 bool CBeanProperty::Apply(IBeanFactory* factory, IObject* object, const IBeanWrapper* wrapper,
