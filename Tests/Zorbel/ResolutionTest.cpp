@@ -12,16 +12,6 @@ namespace {
 
 using Resolution = Beans;
 
-/// Calls back when it is destroyed.
-class CLastWord : public Zorbel::IObject {
- public:
-  explicit CLastWord(std::function<void()> word) : m_word(std::move(word)) {}
-  ~CLastWord() override { m_word(); }
-
- private:
-  std::function<void()> m_word;
-};
-
 template <class T>
 T Throw() {
   throw std::runtime_error("by the wrapper");
@@ -178,33 +168,4 @@ TEST_F(Resolution, NestsToTheLimitAndNoDeeper) {
   const std::wstring limit = std::to_wstring(kDeepestRecursion);
   EXPECT_EQ(m_log.Warnings(), WideLines{L"Bean 'n" + limit + L"' requested, but more than " + limit +
                                         L" beans depend on each other in a row"});
-}
-
-TEST_F(Resolution, SurvivesBeanCodeThatResetsOrDropsTheContainer) {
-  for (const bool drop : {false, true}) {
-    auto container = std::make_unique<CContainer>(nullptr);
-    std::weak_ptr<Zorbel::IBeanFactory> factory;
-    TestClasses classes;
-    classes.Add("C", {.call = [&](auto*, auto&, auto*) {
-                  drop ? container.reset() : container->Reset();
-                  return !factory.expired();
-                }});
-    *container = Load(Bean("C' singleton='true' init-method='Init") + "<bean name='d' class='C'/>");
-    factory = container->GetFactory();
-    EXPECT_NE(container->GetBean("b"), nullptr);
-    EXPECT_EQ(factory.expired(), drop);
-    EXPECT_TRUE(drop || container->GetBean("b") == nullptr);
-  }
-}
-
-TEST_F(Resolution, LetsDestructorsCallBack) {
-  CContainer container(nullptr);
-  const auto callBack = [&] { EXPECT_EQ(container.GetBean("b"), nullptr); };
-  m_classes.Add("C", {.create = [&](auto&) { return std::make_unique<CLastWord>(callBack); }, .call = Refuse});
-  container = Load(Bean("C' init-method='Init") + "<bean name='s' class='C' singleton='true'/>");
-  container.GetBean("b");
-  EXPECT_EQ(m_log.Warnings().back(), L"Bean 'b' depends on itself (b -> b)");
-  container.GetBean("s");
-  container.Reset();
-  EXPECT_EQ(m_log.Warnings().back(), L"Bean 'b' requested, but not configured");
 }

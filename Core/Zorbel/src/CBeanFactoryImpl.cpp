@@ -1,5 +1,7 @@
 #include "CBeanFactoryImpl.h"
 
+#include <new>
+#include <string>
 #include <vector>
 
 #include "CBeanResolution.h"
@@ -12,6 +14,12 @@ namespace {
 
 const Logging::CLogger logger(L"Zorbel");
 
+constexpr int kMostRounds = 100;  // of releasing; code that goes on making objects while they are released does not end
+
+struct SUnlock {
+  void operator()(Internal::CFactoryMutex* mutex) const { mutex->Unlock(); }
+};
+
 void WarnOfException(const char* name) noexcept {
   try {
     Internal::Warn(logger, {kFactoryFile, kResolutionFunction},
@@ -23,23 +31,78 @@ void WarnOfException(const char* name) noexcept {
 
 }  // namespace
 
-/// Holds the factory's lock, and the factory itself: code of plug-ins may let go of the last container.
-class CBeanFactoryImpl::CCall {
+/// Owns the factory, if that is not ending: code of plug-ins may let go of the last container.
+class CBeanFactoryImpl::COwner {
  public:
-  explicit CCall(CBeanFactoryImpl& factory) : m_factory(factory.weak_from_this().lock()), m_lock(factory.m_lock) {}
+  explicit COwner(CBeanFactoryImpl& factory) : m_factory(factory.weak_from_this().lock()) {}
+  ~COwner() {
+    if (m_factory) {
+      m_factory->EndUnlessShared(1);
+    }
+  }
+  COwner(const COwner&) = delete;
+  COwner& operator=(const COwner&) = delete;
 
  private:
-  std::shared_ptr<CBeanFactoryImpl> m_factory;
-  Internal::CFactoryLock m_lock;
+  const std::shared_ptr<CBeanFactoryImpl> m_factory;
+};
+
+/// Holds the factory and its lock.
+class CBeanFactoryImpl::CCall {
+ public:
+  /// For a request of a bean; the call has to ask whether it has the lock.
+  CCall(CBeanFactoryImpl& factory, const char* bean)
+      : m_owner(factory), m_lock(factory.m_lock), m_circle(m_lock.Lock(bean)) {}
+
+  /// Throws: `CException` when the lock cannot be had.
+  explicit CCall(CBeanFactoryImpl& factory) : CCall(factory, "") {
+    if (!HasLock()) {
+      Internal::Raise({kFactoryFile, "Zorbel::CBeanFactoryImpl::CCall"},
+                      L"Factory is requested on threads that wait for each other (%s)", AnsiToWide(m_circle));
+    }
+  }
+  ~CCall() {
+    if (HasLock()) {
+      m_lock.Unlock();
+    }
+  }
+  CCall(const CCall&) = delete;
+  CCall& operator=(const CCall&) = delete;
+
+  bool HasLock() const { return m_circle.empty(); }
+
+  /// Returns what the threads that wait for each other do; empty when the lock is held.
+  const std::string& GetCircle() const { return m_circle; }
+
+ private:
+  const COwner m_owner;
+  Internal::CFactoryMutex& m_lock;
+  const std::string m_circle;
 };
 
 SBean CBeanFactoryImpl::GetBeanWrapper(const char* name, const SLibrary* library) noexcept {
-  const CCall call(*this);
-  CBeanResolution resolution(*this, m_state, name != nullptr ? name : "", library);
+  const char* bean = name != nullptr ? name : "";
+  try {
+    return Resolve(bean, library);
+  } catch (...) {
+    WarnOfException(bean);
+  }
+  return {};
+}
+
+SBean CBeanFactoryImpl::Resolve(const char* name, const SLibrary* library) {
+  const CCall call(*this, name);
+  if (!call.HasLock()) {
+    Internal::Warn(logger, {kFactoryFile, kResolutionFunction},
+                   L"Bean '%s' requested on two threads that wait for each other (%s)", std::string_view(name),
+                   call.GetCircle());
+    return {};
+  }
+  CBeanResolution resolution(*this, m_state, name, library);
   try {
     return resolution.Run();
   } catch (...) {
-    WarnOfException(name != nullptr ? name : "");
+    WarnOfException(name);
   }
   return {};
 }
@@ -57,13 +120,14 @@ bool CBeanFactoryImpl::Exists(const char* name) {
 }
 
 std::shared_ptr<IObject> CBeanFactoryImpl::GetService(const char* typeId, unsigned int index) {
-  const std::shared_ptr<CBeanFactoryImpl> alive = weak_from_this().lock();
+  const COwner owner(*this);
   if (std::shared_ptr<IObject> kept = FindKeptService(typeId, index)) {
     return kept;
   }
   std::shared_ptr<ITypeRegistration> registration;
   {
     const CCall call(*this);
+    const Internal::CServicesLock services(m_servicesLock);
     registration = m_state->configuration.FindService(typeId, index);
   }
   if (!registration) {
@@ -84,7 +148,7 @@ std::shared_ptr<IObject> CBeanFactoryImpl::GetService(const char* typeId, unsign
 std::shared_ptr<IObject> CBeanFactoryImpl::FindKeptService(const char* typeId, unsigned int index) {
   std::shared_ptr<ITypeRegistration> registration;
   {
-    const Internal::CFactoryLock lock(m_servicesLock);
+    const Internal::CServicesLock lock(m_servicesLock);
     registration = m_state->configuration.FindService(typeId, index);
   }
   const auto* service = dynamic_cast<const CServiceConfig*>(registration.get());
@@ -94,24 +158,41 @@ std::shared_ptr<IObject> CBeanFactoryImpl::FindKeptService(const char* typeId, u
 std::shared_ptr<ITypeRegistration> CBeanFactoryImpl::RegisterService(const char* typeId, bool front,
                                                                      std::function<std::unique_ptr<IObject>()>&& maker,
                                                                      std::shared_ptr<ITypeRegistration> registration) {
+  CXMLResource::RequireTypeId(typeId, "Zorbel::CXMLResource::RegisterService", L"RegisterService: the type id is null");
   const CCall call(*this);
-  const Internal::CFactoryLock services(m_servicesLock);
+  const Internal::CServicesLock services(m_servicesLock);
   return m_state->configuration.RegisterService(typeId, front, std::move(maker), std::move(registration));
 }
+
+// Errors are raised, and so written to the log, where no lock is held.
 
 std::shared_ptr<ITypeRegistration> CBeanFactoryImpl::RegisterInstance(const char* typeId, bool front,
                                                                       std::shared_ptr<IObject> instance,
                                                                       std::shared_ptr<ITypeRegistration> registration) {
-  const CCall call(*this);
-  const Internal::CFactoryLock services(m_servicesLock);
-  return m_state->configuration.RegisterInstance(typeId, front, instance, std::move(registration));
+  CXMLResource::RequireTypeId(typeId, "Zorbel::CXMLResource::RegisterInstance",
+                              L"RegisterInstance: the type id is null");
+  std::shared_ptr<ITypeRegistration> registered;
+  {
+    const CCall call(*this);
+    const Internal::CServicesLock services(m_servicesLock);
+    registered = m_state->configuration.RegisterInstance(typeId, front, instance, std::move(registration));
+  }
+  if (!registered) {
+    CXMLResource::RaiseAlreadyRegistered(typeId);
+  }
+  return registered;
 }
 
 void CBeanFactoryImpl::ReleaseInstance(const std::shared_ptr<IObject>& instance) {
   std::vector<std::shared_ptr<ITypeRegistration>> removed;  // destroyed outside the lock
-  const CCall call(*this);
-  const Internal::CFactoryLock services(m_servicesLock);
-  removed = m_state->configuration.ReleaseInstance(instance);
+  {
+    const CCall call(*this);
+    const Internal::CServicesLock services(m_servicesLock);
+    removed = m_state->configuration.ReleaseInstance(instance);
+  }
+  if (removed.empty()) {
+    CXMLResource::RaiseNotRegistered();
+  }
 }
 
 unsigned int CBeanFactoryImpl::GetServiceCount(const char* typeId) {
@@ -119,10 +200,10 @@ unsigned int CBeanFactoryImpl::GetServiceCount(const char* typeId) {
   return m_state->configuration.GetServiceCount(typeId);
 }
 
-void CBeanFactoryImpl::Integrate(CXMLResource& resource) {
+std::optional<CStringT<char>> CBeanFactoryImpl::Integrate(CXMLResource& resource) {
   const CCall call(*this);
-  const Internal::CFactoryLock services(m_servicesLock);
-  m_state->configuration.Integrate(resource);
+  const Internal::CServicesLock services(m_servicesLock);
+  return m_state->configuration.Integrate(resource);
 }
 
 void CBeanFactoryImpl::CreateEagerBeans() {
@@ -133,17 +214,70 @@ void CBeanFactoryImpl::CreateEagerBeans() {
   }
 }
 
-// The new state is in place before the old one is released: destructors of plug-ins may call back.
 void CBeanFactoryImpl::Clear() {
   const CCall call(*this);
-  CBeanFactoryImpl fresh(this);
+  End(std::make_shared<CFactoryState>(this));
+}
+
+// Who comes meanwhile, and has the factory from the slot of the shared one, waits for the lock and finds it empty.
+void CBeanFactoryImpl::EndUnlessShared(long owners) noexcept {
+  if (weak_from_this().use_count() > owners) {
+    return;
+  }
+  try {
+    if (m_lock.Lock("").empty()) {
+      const std::unique_ptr<Internal::CFactoryMutex, SUnlock> lock(&m_lock);
+      if (weak_from_this().use_count() <= owners && HasContent()) {
+        End(std::make_shared<CFactoryState>(this));
+      }
+    }
+  } catch (const std::bad_alloc&) {
+    return;  // the destructor needs no memory
+  }
+}
+
+// No thread but this one knows the factory any more, and no owner can be had: the empty state need not outlive it.
+CBeanFactoryImpl::~CBeanFactoryImpl() {
+  if (m_state && HasContent()) {
+    CFactoryState empty(this);
+    End({std::shared_ptr<void>(), &empty});
+    m_state.reset();
+  }
+}
+
+bool CBeanFactoryImpl::HasContent() const {
+  return m_state->HasObjects() || m_state->configuration.HasServices() || m_state->configuration.HasDefinitions();
+}
+
+// Destructors and exit methods may call back. First they find everything as it was, and what they make is released in
+// its turn; those of services and of what belongs to definitions find nothing configured.
+void CBeanFactoryImpl::End(std::shared_ptr<CFactoryState> empty) noexcept {
+  for (int round = 0; round < kMostRounds && m_state->HasObjects(); ++round) {
+    const std::shared_ptr<CFactoryState> state = m_state;
+    state->ReleaseObjects();
+  }
   std::shared_ptr<CFactoryState> old;
   {
-    const Internal::CFactoryLock services(m_servicesLock);
+    const Internal::CServicesLock services(m_servicesLock);
     old = std::move(m_state);
-    *this = std::move(fresh);
+    *this = CBeanFactoryImpl(std::move(empty));
   }
   old->ReleaseObjects();
+  {
+    CServiceRegistry released;
+    old->configuration.SwapServices(released);
+  }
+  old.reset();
+  for (int round = 0; round < kMostRounds && m_state->configuration.HasServices(); ++round) {
+    ReleaseServices();
+  }
+  m_state->configuration.AbandonServices();
+}
+
+void CBeanFactoryImpl::ReleaseServices() noexcept {
+  CServiceRegistry released;  // gone outside of the services' lock
+  const Internal::CServicesLock services(m_servicesLock);
+  m_state->configuration.SwapServices(released);
 }
 
 CBeanFactoryImpl& CBeanFactoryImpl::operator=(CBeanFactoryImpl&& source) {  // NOLINT(*-noexcept-move-constructor)
@@ -151,7 +285,7 @@ CBeanFactoryImpl& CBeanFactoryImpl::operator=(CBeanFactoryImpl&& source) {  // N
   if (m_state) {
     Internal::Raise({kFactoryFile, "Zorbel::CBeanFactoryImpl::operator ="}, L"Internal error");
   }
-  const Internal::CFactoryLock services(m_servicesLock);
+  const Internal::CServicesLock services(m_servicesLock);
   m_state = std::move(source.m_state);
   return *this;
 }

@@ -3,8 +3,11 @@
 #include <Zorbel/IBeanFactory.h>
 
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "BasePool/CbCriticalSection.h"
+#include "CFactoryMutex.h"
 #include "CFactoryState.h"
 
 namespace Zorbel {
@@ -15,10 +18,13 @@ inline constexpr const char* kResolutionFunction = "Zorbel::CBeanFactoryImpl::Ge
 
 /// The bean factory. One re-entrant lock guards all of it; it is held while beans and singleton services are created.
 /// Services that are kept are looked up under a lock of their own.
-/// Ownership: shared; while one of its calls runs, that call is an owner too.
+/// Ownership: shared; while one of its calls runs, that call is an owner too. Whoever lets go of it as the last has its
+/// objects released first, when the factory still answers.
+/// Throws: every operation but `GetBean` a `CException` where waiting for the lock would close a circle of threads.
 class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_this<CBeanFactoryImpl> {
  public:
-  CBeanFactoryImpl() : CBeanFactoryImpl(this) {}
+  CBeanFactoryImpl() : CBeanFactoryImpl(std::make_shared<CFactoryState>(this)) {}
+  ~CBeanFactoryImpl() override;
 
   /// Takes over what `source` holds. Throws: `CException` when this factory is not emptied.
   CBeanFactoryImpl& operator=(CBeanFactoryImpl&& source);  // NOLINT(performance-noexcept-move-constructor)
@@ -39,26 +45,34 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
   /// the log, when it cannot be had. Never throws.
   SBean GetBeanWrapper(const char* name, const SLibrary* library) noexcept;
 
-  /// Merges a document. Throws: `CException` when a bean's name is taken.
-  void Integrate(CXMLResource& resource);
+  /// Merges a document. Returns the name of a bean that is taken, with nothing merged then.
+  std::optional<CStringT<char>> Integrate(CXMLResource& resource);
 
   /// Resolves every bean that is to be created at load time, in the order of merging.
   void CreateEagerBeans();
 
-  /// Forgets everything. Objects held elsewhere live on.
+  /// Forgets everything. Objects held elsewhere live on. Throws: std::bad_alloc, with nothing forgotten.
   void Clear();
 
+  /// Forgets everything unless there are more owners than that.
+  void EndUnlessShared(long owners) noexcept;
+
  private:
+  class COwner;
   class CCall;
 
-  /// `owner` is the factory that the new state is meant for.
-  explicit CBeanFactoryImpl(IBeanFactory* owner) : m_state(std::make_shared<CFactoryState>(owner)) {}
+  explicit CBeanFactoryImpl(std::shared_ptr<CFactoryState> state) : m_state(std::move(state)) {}
+
+  SBean Resolve(const char* name, const SLibrary* library);
+  bool HasContent() const;
+  void End(std::shared_ptr<CFactoryState> empty) noexcept;
+  void ReleaseServices() noexcept;
 
   /// Returns the ready-made instance or the singleton's, without waiting for what is being made; null when there is
   /// none.
   std::shared_ptr<IObject> FindKeptService(const char* typeId, unsigned int index);
 
-  CbCriticalSection m_lock;
+  Internal::CFactoryMutex m_lock;
   CbCriticalSection m_servicesLock;  // taken last, for a short time; what changes services or `m_state` has both
   std::shared_ptr<CFactoryState> m_state;
 };

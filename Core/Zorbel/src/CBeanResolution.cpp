@@ -19,7 +19,7 @@ Internal::SOrigin Here(unsigned int line = __builtin_LINE()) { return {kFactoryF
 
 template <class... Names>
 bool GiveUp(const Internal::SOrigin& origin, const wchar_t* format, const Names&... names) {
-  Internal::Warn(logger, origin, format, std::string_view(names)...);
+  Internal::Warn(logger, origin, format, names...);
   return false;
 }
 
@@ -84,7 +84,7 @@ bool CBeanResolution::Enter() {
   const std::size_t limit = Platform::MaximumRecursionDepth();
   if (thread.resolutionDepth >= limit) {
     return GiveUp(Here(), L"Bean '%s' requested, but more than %s beans depend on each other in a row", m_name,
-                  std::to_string(limit));
+                  [&] { return std::to_string(limit); });
   }
   m_frame = {m_definition, thread.resolving};
   thread.resolving = &m_frame;
@@ -101,11 +101,8 @@ bool CBeanResolution::DependsOnItself() const {
   if (!found || !logger.IsLogLevelEnabled(Internal::ELogLevel::warning)) {
     return found;
   }
-  std::string path = m_name;
-  for (const auto* frame = Internal::ThisThread().resolving; frame != nullptr; frame = frame->outer) {
-    path.insert(0, " -> ").insert(0, frame->bean->GetDescription().name.GetString());
-  }
-  GiveUp(Here(), L"Bean '%s' depends on itself (%s)", m_name, path);
+  GiveUp(Here(), L"Bean '%s' depends on itself (%s)", m_name,
+         Internal::PathOf(Internal::ThisThread().resolving, m_name));
   return true;
 }
 
@@ -175,13 +172,13 @@ bool CBeanResolution::Initialise() {
     return CallInitMethod();
   } catch (...) {
     return GiveUp(Here(), L"Init method '%s' of class '%s' threw exception", Description().initMethod.GetString(),
-                  ClassName());
+                  [this] { return ClassName(); });
   }
 }
 
 bool CBeanResolution::CallInitMethod() {
   return m_wrapper->CallMethod(m_object.get(), Description().initMethod, 0, nullptr) ||
-         GiveUp(Here(), L"Init method of class '%s' does not exist or is not valid", ClassName());
+         GiveUp(Here(), L"Init method of class '%s' does not exist or is not valid", [this] { return ClassName(); });
 }
 
 const char* CBeanResolution::ClassName() const {

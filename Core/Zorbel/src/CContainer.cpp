@@ -1,13 +1,16 @@
 #include <Zorbel/CContainer.h>
 #include <Zorbel/ILibrary.h>
 
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "BasePool/CbStopWatch.h"
 #include "CBeanFactoryImpl.h"
 #include "CLocalLibrary.h"
 #include "Internal.h"
 #include "Raise.h"
+#include "ThreadState.h"
 
 namespace Zorbel {
 namespace {
@@ -32,21 +35,32 @@ class CReport {
  public:
   CReport() : m_watch(kMilliseconds) { m_watch.Start(); }
 
-  /// Writes an information line with the texts and the elapsed time in place of each `%s` of the format.
+  /// Writes an information line with the texts and the elapsed time in place of each `%s` of the format. The text of a
+  /// word that takes work is a function, called when the line is written.
   template <class... Texts>
-  void Write(const Internal::SOrigin& origin, const wchar_t* format, const Texts*... texts) {
+  void Write(const Internal::SOrigin& origin, const wchar_t* format, const Texts&... texts) {
     m_watch.Stop();
     if (logger.IsLogLevelEnabled(Internal::ELogLevel::information)) {
-      logger.Info(origin.file, static_cast<int>(origin.line), origin.function, format, texts...,
+      logger.Info(origin.file, static_cast<int>(origin.line), origin.function, format, TextOf(texts)...,
                   m_watch.GetElapsedText().c_str());
     }
   }
 
  private:
+  static const wchar_t* TextOf(const wchar_t* text) { return text; }
+  template <class F>
+  static const wchar_t* TextOf(const F& text) {
+    return text();
+  }
+
   CbStopWatch m_watch;
 };
 
 const wchar_t* ModeWord(bool integration) { return integration ? L"integration" : L"stand-alone"; }
+
+auto ModeOf(const std::shared_ptr<IBeanFactory>& factory) {
+  return [&factory] { return ModeWord(Internal::IsSharedFactory(factory.get())); };
+}
 
 /// `source` is the text of a document or the name of its file.
 template <class Source>
@@ -56,9 +70,15 @@ void Load(CBeanFactoryImpl& factory, Source source) {
   Internal::IntegrateResource(factory, resource);
 }
 
+// A refused call loses nothing. Outside of bean code a load waits for its turn and cannot be refused any more; inside,
+// the turn is taken before the factory is emptied.
 template <class Source>
 void Reload(CBeanFactoryImpl& factory, Source source) {
-  Internal::RequireNotLoading();  // before anything is lost
+  Internal::RequireNotLoading();
+  std::optional<Internal::CIntegration> turn;
+  if (Internal::ThisThread().factoryLocksHeld > 0) {
+    turn.emplace();
+  }
   factory.Clear();
   Load(factory, source);
 }
@@ -94,9 +114,20 @@ CContainer::CContainer(const wchar_t* path, bool integration) {
 
 CContainer::CContainer(const CContainer& other) = default;
 CContainer::CContainer(CContainer&& other) noexcept = default;
-CContainer& CContainer::operator=(const CContainer& other) = default;
-CContainer& CContainer::operator=(CContainer&& other) noexcept = default;
-CContainer::~CContainer() = default;
+
+CContainer& CContainer::operator=(const CContainer& other) {
+  Internal::Replace(m_factory, other.m_factory);
+  return *this;
+}
+
+CContainer& CContainer::operator=(CContainer&& other) noexcept {
+  if (this != &other) {
+    Internal::Replace(m_factory, std::move(other.m_factory));
+  }
+  return *this;
+}
+
+CContainer::~CContainer() { Internal::Replace(m_factory, nullptr); }
 
 bool CContainer::Exists(const char* name) const { return m_factory && m_factory->Exists(name); }
 
@@ -110,24 +141,22 @@ void CContainer::Reset() {
   CReport report;
   const std::shared_ptr<IBeanFactory> factory = m_factory;
   Implementation(factory, kReset).Clear();
-  const bool integrated = Internal::IsSharedFactory(factory.get());
-  report.Write({kFile, kReset}, L"Resetting %s configuration... (%s)", integrated ? L"integrated" : L"stand-alone");
+  report.Write({kFile, kReset}, L"Resetting %s configuration... (%s)",
+               [&] { return Internal::IsSharedFactory(factory.get()) ? L"integrated" : L"stand-alone"; });
 }
 
 void CContainer::Reset(const char* xml) {
   CReport report;
   const std::shared_ptr<IBeanFactory> factory = m_factory;
   Reload(Implementation(factory, kReset), xml);
-  report.Write({kFile, kReset}, L"Resetting configuration from xml (%s)... (%s)",
-               ModeWord(Internal::IsSharedFactory(factory.get())));
+  report.Write({kFile, kReset}, L"Resetting configuration from xml (%s)... (%s)", ModeOf(factory));
 }
 
 void CContainer::Reset(const wchar_t* path) {
   CReport report;
   const std::shared_ptr<IBeanFactory> factory = m_factory;
   Reload(Implementation(factory, kReset), path);
-  report.Write({kFile, kReset}, L"Resetting configuration from file '%s' (%s)... (%s)", path,
-               ModeWord(Internal::IsSharedFactory(factory.get())));
+  report.Write({kFile, kReset}, L"Resetting configuration from file '%s' (%s)... (%s)", path, ModeOf(factory));
 }
 
 ILibraryConfiguration& GetLocalLibrary() { return CLocalLibrary::Instance(); }

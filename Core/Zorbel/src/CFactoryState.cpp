@@ -1,12 +1,21 @@
 #include "CFactoryState.h"
 
-#include "ObjectType.h"
+#include <utility>
 
 namespace Zorbel {
+namespace {
 
-CFactoryState::CFactoryState(IBeanFactory* owner) : configuration(owner) {
-  typeManager.SetObjectType(std::make_unique<ObjectType>());
+// An object goes when the map has it no more: its destructor may call back.
+template <class Map>
+void ReleaseEntries(Map& map) noexcept {
+  for (auto count = map.GetCount(); count > 0 && map.GetCount() > 0; --count) {
+    auto* first = map.GetStartPosition();
+    const auto released = std::move(first->value);
+    map.RemoveKey(first->key);
+  }
 }
+
+}  // namespace
 
 std::shared_ptr<const IBeanWrapper> CFactoryState::GetWrapper(const CBeanConfig& definition) {
   const CStringT<char>& className = definition.GetDescription().className;
@@ -18,10 +27,9 @@ std::shared_ptr<const IBeanWrapper> CFactoryState::GetWrapper(const CBeanConfig&
   return wrapper;
 }
 
-// The maps are empty before their contents go: destructors of plug-ins may call back.
-void CFactoryState::ReleaseObjects() {
-  decltype(singletons)().Swap(singletons);
-  decltype(wrappers)().Swap(wrappers);
+void CFactoryState::ReleaseObjects() noexcept {
+  ReleaseEntries(singletons);
+  ReleaseEntries(wrappers);
 }
 
 }  // namespace Zorbel

@@ -19,13 +19,17 @@ using SBean = std::pair<std::shared_ptr<const IBeanWrapper>, std::shared_ptr<IOb
 /// may empty the factory in the middle of it. Thread: used under the factory's lock.
 class CFactoryState {
  public:
-  explicit CFactoryState(IBeanFactory* owner);
+  /// Takes no memory.
+  explicit CFactoryState(IBeanFactory* owner) : configuration(owner) {}
 
   /// Returns the wrapper of the definition's class, one for all definitions of that name.
   std::shared_ptr<const IBeanWrapper> GetWrapper(const CBeanConfig& definition);
 
-  /// Releases the singletons, then the wrappers.
-  void ReleaseObjects();
+  bool HasObjects() const { return singletons.GetCount() + wrappers.GetCount() != 0; }
+
+  /// Releases the singletons, then the wrappers: as many as there are now. Those that are still to be released are
+  /// found meanwhile, and what is made meanwhile may remain.
+  void ReleaseObjects() noexcept;
 
   // Destroyed from the last to the first: singletons may need their wrappers, and both may need the rest.
   CXMLResource configuration;

@@ -1,6 +1,9 @@
 #include "CServiceConfig.h"
 
+#include <utility>
+
 #include "BasePool/CbMap.h"
+#include "BasePool/CbNeverDestroyed.h"
 #include "Raise.h"
 #include "ThreadState.h"
 
@@ -11,8 +14,22 @@ constexpr const char* kFile = "Core/Zorbel/src/CServiceConfig";
 
 const Logging::CLogger logger(L"Zorbel");
 
-// Guarded by the release lock.
-CbMap<const IObject*, CServiceConfig::ReleaseFunction> releaseTable;
+using ReleaseTable = CbMap<const IObject*, CServiceConfig::ReleaseFunction>;
+
+// Guarded by the release lock, and there as long.
+ReleaseTable& Releases() {
+  static const CbNeverDestroyed<ReleaseTable> table;
+  return *table;
+}
+
+using Holders = CbMap<const void*, CServiceConfig*>;  // the first of each instance
+
+Holders& HoldersByInstance() {
+  static const CbNeverDestroyed<Holders> holders;
+  return *holders;
+}
+
+const void* WholeOf(const std::shared_ptr<IObject>& instance) { return dynamic_cast<const void*>(instance.get()); }
 
 // Runs in a destructor of a shared pointer, where an exception would end the process.
 void CallContained(const CServiceConfig::ReleaseFunction& function, const IObject* object) noexcept {
@@ -33,17 +50,18 @@ struct SReleaser {
  private:
   static void CallReleaseFunction(const IObject* object) noexcept {
     const Internal::CReleaseLock lock;
-    if (CServiceConfig::ReleaseFunction* entry = releaseTable.Lookup(object)) {
+    if (CServiceConfig::ReleaseFunction* entry = Releases().Lookup(object)) {
       const CServiceConfig::ReleaseFunction function = std::move(*entry);
-      releaseTable.RemoveKey(object);
+      Releases().RemoveKey(object);
       CallContained(function, object);
     }
   }
 };
 
-// A null instance has no address to enter its function under.
-std::shared_ptr<IObject> WrapNull(const CServiceConfig::ReleaseFunction& function) {
-  return {static_cast<IObject*>(nullptr), [function](const IObject* object) noexcept {
+// A null instance has no address to enter its function under. The shared pointer moves its deleter, which must not
+// throw.
+std::shared_ptr<IObject> WrapNull(CServiceConfig::ReleaseFunction function) {
+  return {static_cast<IObject*>(nullptr), [function = std::move(function)](const IObject* object) noexcept {
             const Internal::CReleaseLock lock;
             CallContained(function, object);
           }};
@@ -54,7 +72,7 @@ std::shared_ptr<IObject> WrapReleased(std::unique_ptr<IObject> made, const CServ
     return WrapNull(function);
   }
   const Internal::CReleaseLock lock;
-  releaseTable.SetAt(made.get()).value = CServiceConfig::ReleaseFunction(function);  // copied before its entry is made
+  Releases().SetAt(made.get()).value = CServiceConfig::ReleaseFunction(function);  // copied before its entry is made
   return {made.release(), SReleaser()};
 }
 
@@ -97,13 +115,14 @@ std::shared_ptr<IObject> CServiceConfig::Keep(const std::shared_ptr<IObject>& in
   if (m_hasInstance) {
     return m_instance;
   }
-  replaced.swap(m_nullInstance);
-  if (instance) {
-    m_instance = instance;
-    m_hasInstance.store(true, std::memory_order_release);
-  } else {
-    m_nullInstance = instance;
+  if (!instance) {
+    replaced = std::exchange(m_nullInstance, instance);
+    return instance;
   }
+  BecomeHolder(WholeOf(instance));
+  replaced.swap(m_nullInstance);
+  m_instance = instance;
+  m_hasInstance.store(true, std::memory_order_release);
   return instance;
 }
 
@@ -111,10 +130,44 @@ std::shared_ptr<IObject> CServiceConfig::GetKeptInstance() const {
   return m_hasInstance.load(std::memory_order_acquire) ? m_instance : nullptr;
 }
 
-// An object that is an `IObject` in several ways counts as one.
-bool CServiceConfig::Holds(const std::shared_ptr<IObject>& instance) const {
-  const std::shared_ptr<IObject> kept = GetKeptInstance();
-  return instance && dynamic_cast<const void*>(kept.get()) == dynamic_cast<const void*>(instance.get());
+CServiceConfig::~CServiceConfig() {
+  if (m_hasInstance) {
+    CeaseToHold();
+  }
+}
+
+CbCriticalSection& CServiceConfig::HoldersLock() {
+  static const CbNeverDestroyed<CbCriticalSection> section;
+  return *section;
+}
+
+const CServiceConfig* CServiceConfig::FirstHolder(const std::shared_ptr<IObject>& instance) {
+  CServiceConfig* const* first = instance ? HoldersByInstance().Lookup(WholeOf(instance)) : nullptr;
+  return first != nullptr ? *first : nullptr;
+}
+
+void CServiceConfig::BecomeHolder(const void* object) {
+  const CbLock lock(HoldersLock());
+  CServiceConfig*& first = HoldersByInstance().SetAt(object).value;
+  m_held = object;
+  m_nextHolder = std::exchange(first, this);
+  if (m_nextHolder != nullptr) {
+    m_nextHolder->m_previousHolder = this;
+  }
+}
+
+void CServiceConfig::CeaseToHold() noexcept {
+  const CbLock lock(HoldersLock());
+  if (m_nextHolder != nullptr) {
+    m_nextHolder->m_previousHolder = m_previousHolder;
+  }
+  if (m_previousHolder != nullptr) {
+    m_previousHolder->m_nextHolder = m_nextHolder;
+  } else if (m_nextHolder != nullptr) {
+    *HoldersByInstance().Lookup(m_held) = m_nextHolder;
+  } else {
+    HoldersByInstance().RemoveKey(m_held);
+  }
 }
 
 }  // namespace Zorbel

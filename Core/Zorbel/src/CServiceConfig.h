@@ -6,6 +6,8 @@
 #include <memory>
 #include <mutex>
 
+#include "BasePool/CbCriticalSection.h"
+
 namespace Zorbel {
 
 /// A service registration: a ready-made instance, or a maker of shared or of owned instances.
@@ -19,6 +21,7 @@ class CServiceConfig : public ITypeRegistration {
   explicit CServiceConfig(SharedMaker&& maker) : m_sharedMaker(std::move(maker)) {}
   explicit CServiceConfig(OwnedMaker&& maker) : m_ownedMaker(std::move(maker)) {}
   explicit CServiceConfig(const std::shared_ptr<IObject>& instance) { Keep(instance); }
+  ~CServiceConfig() override;
 
   void SetSingleton() override { m_singleton = true; }
   bool IsSingleton() const override { return m_singleton; }
@@ -32,12 +35,24 @@ class CServiceConfig : public ITypeRegistration {
   /// Returns the ready-made instance or the singleton's; empty when there is none yet. Takes no lock.
   std::shared_ptr<IObject> GetKeptInstance() const;
 
-  /// True when that instance is `instance`; a null one is held by none.
-  bool Holds(const std::shared_ptr<IObject>& instance) const;
+  /// Calls `visit` with each registration of the process whose kept instance is `instance`; a null one is held by none.
+  /// An object that is an `IObject` in several ways counts as one. Requires: `visit` calls no code of plug-ins.
+  template <class F>
+  static void ForEachHolder(const std::shared_ptr<IObject>& instance, F visit) {
+    const CbLock lock(HoldersLock());
+    for (const CServiceConfig* holder = FirstHolder(instance); holder != nullptr; holder = holder->m_nextHolder) {
+      visit(*holder);
+    }
+  }
 
  private:
+  static CbCriticalSection& HoldersLock();
+  static const CServiceConfig* FirstHolder(const std::shared_ptr<IObject>& instance);
+
   std::shared_ptr<IObject> Produce();
   std::shared_ptr<IObject> Keep(const std::shared_ptr<IObject>& instance);
+  void BecomeHolder(const void* object);
+  void CeaseToHold() noexcept;
 
   std::shared_ptr<IObject> m_instance;  // written once, before m_hasInstance is set
   std::atomic<bool> m_hasInstance{false};
@@ -47,6 +62,9 @@ class CServiceConfig : public ITypeRegistration {
   std::atomic<bool> m_singleton{false};
   mutable std::mutex m_mutex;  // guards the release function and the writing of the instance; no code runs under it
   ReleaseFunction m_releaseFunction;
+  const void* m_held = nullptr;            // the kept instance as a whole
+  CServiceConfig* m_nextHolder = nullptr;  // of the same instance
+  CServiceConfig* m_previousHolder = nullptr;
 };
 
 }  // namespace Zorbel

@@ -1,5 +1,11 @@
 #include "CTypeManager.h"
 
+#include <Zorbel/CStringT.h>
+
+#include <memory>
+
+#include "BasePool/CbMap.h"
+#include "BasePool/CbNeverDestroyed.h"
 #include "LiteralConversion.h"
 #include "ObjectType.h"
 #include "Raise.h"
@@ -26,52 +32,63 @@ CStringT<char> Normalised(const char* typeName) {
   return key;
 }
 
-}  // namespace
+using Types = CbMap<CStringT<char>, std::unique_ptr<IType>>;
 
 template <class T, auto conversion>
-void CTypeManager::Add(const char* name) {
-  m_types.SetAt(Normalised(name)).value = std::make_unique<BasicType<T, conversion>>();
+void Add(Types& types, const char* name) {
+  types.SetAt(Normalised(name)).value = std::make_unique<BasicType<T, conversion>>();
 }
 
-CTypeManager::CTypeManager() {
-  Add<bool, &Literal::ToBool>("bool");
-  Add<char, &Literal::ToChar>("char");
-  AddIntegers();
-  AddOthers();
+void AddIntegers(Types& types) {
+  Add<signed char, &Literal::ToInt>(types, "int8_t");
+  Add<unsigned char, &Literal::ToInt>(types, "unsigned char");
+  Add<unsigned char, &Literal::ToInt>(types, "uint8_t");
+  Add<short, &Literal::ToInt>(types, "short");
+  Add<short, &Literal::ToInt>(types, "int16_t");
+  Add<unsigned short, &Literal::ToInt>(types, "unsigned short");
+  Add<unsigned short, &Literal::ToInt>(types, "uint16_6");
+  Add<int, &Literal::ToInt>(types, "int");
+  Add<int, &Literal::ToInt>(types, "int32_t");
+  Add<unsigned int, &Literal::ToInt>(types, "unsigned int");
+  Add<unsigned int, &Literal::ToInt>(types, "uint32_t");
+  Add<long, &Literal::ToInt>(types, "long");
+  Add<unsigned long, &Literal::ToUnsigned>(types, "unsigned long");
 }
 
-void CTypeManager::AddIntegers() {
-  Add<signed char, &Literal::ToInt>("int8_t");
-  Add<unsigned char, &Literal::ToInt>("unsigned char");
-  Add<unsigned char, &Literal::ToInt>("uint8_t");
-  Add<short, &Literal::ToInt>("short");
-  Add<short, &Literal::ToInt>("int16_t");
-  Add<unsigned short, &Literal::ToInt>("unsigned short");
-  Add<unsigned short, &Literal::ToInt>("uint16_6");
-  Add<int, &Literal::ToInt>("int");
-  Add<int, &Literal::ToInt>("int32_t");
-  Add<unsigned int, &Literal::ToInt>("unsigned int");
-  Add<unsigned int, &Literal::ToInt>("uint32_t");
-  Add<long, &Literal::ToInt>("long");
-  Add<unsigned long, &Literal::ToUnsigned>("unsigned long");
+void AddOthers(Types& types) {
+  Add<float, &Literal::ToDouble>(types, "float");
+  Add<double, &Literal::ToDouble>(types, "double");
+  Add<CStringT<char>, &Unchanged>(types, "char*");
+  Add<CStringT<char>, &Unchanged>(types, "const char*");
+  Add<CStringT<wchar_t>, &Unchanged>(types, "wchar_t*");
+  Add<CStringT<wchar_t>, &Unchanged>(types, "const wchar_t*");
 }
 
-void CTypeManager::AddOthers() {
-  Add<float, &Literal::ToDouble>("float");
-  Add<double, &Literal::ToDouble>("double");
-  Add<CStringT<char>, &Unchanged>("char*");
-  Add<CStringT<char>, &Unchanged>("const char*");
-  Add<CStringT<wchar_t>, &Unchanged>("wchar_t*");
-  Add<CStringT<wchar_t>, &Unchanged>("const wchar_t*");
+Types MakeBasicTypes() {
+  Types types;
+  Add<bool, &Literal::ToBool>(types, "bool");
+  Add<char, &Literal::ToChar>(types, "char");
+  AddIntegers(types);
+  AddOthers(types);
+  return types;
 }
+
+// The same for all factories of the process, from the first use on.
+const Types& BasicTypes() {
+  static const CbNeverDestroyed<const Types> types(MakeBasicTypes());
+  return *types;
+}
+
+}  // namespace
 
 IType* CTypeManager::FindTypeBean(const char* typeName) const {
   if (ObjectType::IsReference(typeName)) {
-    return m_objectType.get();
+    return &m_objectType;
   }
-  const std::unique_ptr<IType>* found = m_types.Lookup(typeName);
+  const Types& types = BasicTypes();
+  const std::unique_ptr<IType>* found = types.Lookup(typeName);
   if (found == nullptr) {
-    found = m_types.Lookup(Normalised(typeName));
+    found = types.Lookup(Normalised(typeName));
   }
   if (found == nullptr) {
     Internal::Raise({"Core/Zorbel/src/CTypeManager", "Zorbel::CTypeManager::FindTypeBean"},

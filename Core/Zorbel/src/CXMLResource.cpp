@@ -82,7 +82,7 @@ void CXMLResource::ReadIncludes(const XMLNode& root, const SOpenFile& file) {
     }
     path.Replace(L'/', L'\\');
     CXMLResource included(m_owner, (prefix + path.GetString()).c_str(), &file);
-    Integrate(included);
+    Include(included);
   });
 }
 

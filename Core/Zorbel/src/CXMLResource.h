@@ -4,15 +4,17 @@
 #include <Zorbel/IBeanFactory.h>
 #include <Zorbel/ILibrary.h>
 
-#include <deque>
 #include <functional>
 #include <initializer_list>
+#include <list>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "BasePool/CbMap.h"
 #include "CBeanConfig.h"
+#include "CServiceRegistry.h"
 #include "SLibrary.h"
 #include "XmlParser/XmlParser.h"
 
@@ -39,9 +41,10 @@ class CXMLResource {
   CXMLResource(const CXMLResource&) = delete;
   CXMLResource& operator=(const CXMLResource&) = delete;
 
-  /// Takes over what the document `other` declares; `other` is of no use afterwards.
-  /// Throws: `CException`, with nothing changed, when a bean's name is taken.
-  void Integrate(CXMLResource& other);
+  /// Takes over what the document `other` declares; `other` is of no use afterwards. Returns the name of the first bean
+  /// that is here already, with nothing changed then; nothing when there is none.
+  /// Throws: std::bad_alloc, `CbExceptionContainer`, with nothing changed.
+  std::optional<CStringT<char>> Integrate(CXMLResource& other);
 
   /// Returns the definition of a bean, or null when none is declared. The first use of a bean's library loads it and
   /// builds the definitions of all of its beans. Throws: `CException` when a module or a wrapper maker is missing.
@@ -51,6 +54,8 @@ class CXMLResource {
   /// Returns the beans to be created at load time, in the order of merging, with their libraries.
   std::vector<std::pair<CStringT<char>, const SLibrary*>> GetEagerBeans() const;
 
+  /// Registers a ready-made object for the interface, or enters a given registration as it is. Returns the
+  /// registration; null, with nothing changed, when the object is registered for the interface already.
   std::shared_ptr<ITypeRegistration> RegisterInstance(const char* typeId, bool front,
                                                       const std::shared_ptr<IObject>& instance,
                                                       std::shared_ptr<ITypeRegistration> registration);
@@ -59,16 +64,37 @@ class CXMLResource {
                                                      std::shared_ptr<ITypeRegistration> registration);
 
   /// Removes and returns the registrations that hold `instance`, so that the caller destroys them where it holds no
-  /// lock. Throws: `CException` when there are none.
+  /// lock.
   std::vector<std::shared_ptr<ITypeRegistration>> ReleaseInstance(const std::shared_ptr<IObject>& instance);
 
   /// Returns the registration at position `index`, or null.
   std::shared_ptr<ITypeRegistration> FindService(const char* typeId, unsigned int index);
-  unsigned int GetServiceCount(const char* typeId);
+  unsigned int GetServiceCount(const char* typeId) const { return m_services.GetCount(typeId); }
+
+  bool HasDefinitions() const { return m_beans.GetCount() != 0; }
+  bool HasServices() const { return !m_services.IsEmpty(); }
+
+  /// Exchanges the registrations of services alone.
+  void SwapServices(CServiceRegistry& services) noexcept { m_services.Swap(services); }
+  void AbandonServices() noexcept { m_services.Abandon(); }
+
+  /// Throws: `CException` when the type id is null.
+  static void RequireTypeId(const char* typeId, const char* function, const wchar_t* message);
+
+  /// Raise what the operations above have told, where no lock is held. Throw: `CException`, always.
+  [[noreturn]] static void RaiseOverride(const CStringT<char>& bean);
+  [[noreturn]] static void RaiseAlreadyRegistered(const char* typeId);
+  [[noreturn]] static void RaiseNotRegistered();
 
  private:
   using BeanMap = CbMap<CStringT<char>, std::unique_ptr<CBeanConfig>>;
-  using ServiceList = std::deque<std::shared_ptr<ITypeRegistration>>;
+
+  class CMerge;
+
+  struct SLoadedLibrary {
+    std::unique_ptr<ILibrary> library;
+    SLibraryRecord* record;
+  };
 
   /// The files being read, innermost first.
   struct SOpenFile {
@@ -130,27 +156,24 @@ class CXMLResource {
   // The registry
   SLibraryRecord* FindOrAddLibrary(const char* path);
   void AddBean(SLibraryRecord& library, SBeanDescription&& bean);
-  void CheckOverrides(const CXMLResource& other) const;
-  void IntegrateServices(const CXMLResource& other);
-  void TakeLibraries(CXMLResource& other);
-  void IntegrateLibrary(SLibraryRecord& other);
-  void NoteEagerBean(const SBeanDescription& bean, const SLibrary& library);
+  void Include(CXMLResource& included);
+  const CStringT<char>* FindOverride(const CXMLResource& other) const;
+  void ForgetLoadedLibraries() noexcept;
   void processLibrary(SLibraryRecord& library);
   void* FindWrapperMaker(SLibraryRecord& library, const CStringT<char>& className);
   void processBean(const SBeanDescription& bean, SLibraryRecord& library);
   ILibrary& LoadedLibrary(SLibraryRecord& library);
-  void Insert(const char* typeId, bool front, const std::shared_ptr<ITypeRegistration>& registration);
 
   IBeanFactory* m_owner;
   CStringT<wchar_t> m_fileName;  // empty for a document from a text
   std::vector<CStringT<char>> m_eagerBeans;
   CbMap<CStringT<char>, const SLibrary*> m_eagerLibraries;
-  std::deque<SLibraryRecord> m_libraries;                    // never moved or removed
+  std::list<SLibraryRecord> m_libraries;                     // never moved or removed
   CbMap<CStringT<char>, SLibraryRecord*> m_librariesByPath;  // keeps look-ups from walking the list above
   CbMap<CStringT<char>, SLibraryRecord*> m_librariesByBean;  // the first, in their order, with a bean of that name
-  std::vector<std::unique_ptr<ILibrary>> m_loadedLibraries;
+  std::vector<SLoadedLibrary> m_loadedLibraries;
   BeanMap m_beans;
-  CbMap<CStringT<char>, ServiceList> m_services;
+  CServiceRegistry m_services;
 };
 
 }  // namespace Zorbel

@@ -1,6 +1,5 @@
-// The registry: merging, bean definitions and services.
+// The registry: libraries, bean definitions and services.
 
-#include <algorithm>
 #include <string>
 
 #include "CDynamicLibrary.h"
@@ -21,104 +20,34 @@ CStringT<char> WrapperMakerName(const CStringT<char>& className) {
   return "create_" + name + "_Wrapper";
 }
 
-bool Holds(const std::shared_ptr<ITypeRegistration>& registration, const std::shared_ptr<IObject>& instance) {
-  const auto* service = dynamic_cast<const CServiceConfig*>(registration.get());
-  return service != nullptr && service->Holds(instance);
-}
-
-void RequireTypeId(const char* typeId, const Internal::SOrigin& origin, const wchar_t* message) {
-  if (typeId == nullptr) {
-    Internal::Raise(origin, message);
-  }
-}
-
 }  // namespace
 
 SLibraryRecord* CXMLResource::FindOrAddLibrary(const char* path) {
-  SLibraryRecord*& known = m_librariesByPath.SetAt(path).value;
-  if (known == nullptr) {
-    known = &m_libraries.emplace_back();
-    known->path = path;
-    known->order = m_libraries.size();
+  if (SLibraryRecord* const* known = m_librariesByPath.Lookup(path)) {
+    return *known;
   }
-  return known;
+  SLibraryRecord& added = m_libraries.emplace_back();
+  try {
+    added.path = path;
+    added.order = m_libraries.size();
+    m_librariesByPath.SetAt(added.path).value = &added;
+  } catch (...) {
+    m_libraries.pop_back();
+    throw;
+  }
+  return &added;
 }
 
 void CXMLResource::AddBean(SLibraryRecord& library, SBeanDescription&& bean) {
-  SLibraryRecord*& first = m_librariesByBean.SetAt(bean.name).value;
-  if (first == nullptr || library.order < first->order) {
-    first = &library;
-  }
   library.beans.push_back(std::move(bean));
-}
-
-void CXMLResource::Integrate(CXMLResource& other) {
-  CheckOverrides(other);
-  IntegrateServices(other);
-  m_eagerBeans.insert(m_eagerBeans.end(), other.m_eagerBeans.begin(), other.m_eagerBeans.end());
-  if (m_libraries.empty()) {
-    TakeLibraries(other);
-    return;
-  }
-  for (SLibraryRecord& library : other.m_libraries) {
-    IntegrateLibrary(library);
-  }
-}
-
-void CXMLResource::CheckOverrides(const CXMLResource& other) const {
-  for (const SLibraryRecord& library : other.m_libraries) {
-    for (const SBeanDescription& bean : library.beans) {
-      if (m_librariesByBean.Lookup(bean.name) != nullptr) {
-        Internal::Raise({kResourceFile, "Zorbel::CXMLResource::Integrate"}, L"Overriding bean '%s' is not allowed",
-                        Utf8ToWide(bean.name.GetString()));
-      }
+  try {
+    SLibraryRecord*& first = m_librariesByBean.SetAt(library.beans.back().name).value;
+    if (first == nullptr || library.order < first->order) {
+      first = &library;
     }
-  }
-}
-
-void CXMLResource::IntegrateServices(const CXMLResource& other) {
-  for (const SLibraryRecord& library : other.m_libraries) {
-    for (const SBeanDescription& bean : library.beans) {
-      if (bean.interfaces.empty()) {
-        continue;
-      }
-      auto registration = std::make_shared<CServiceConfig>(
-          CServiceConfig::SharedMaker([owner = m_owner, name = bean.name] { return owner->GetBean(name, nullptr); }));
-      if (bean.singleton) {
-        registration->SetSingleton();
-      }
-      for (const CStringT<char>& typeId : bean.interfaces) {
-        Insert(typeId, true, registration);
-      }
-    }
-  }
-}
-
-// With nothing to merge with, the indexes stand as they are. What the document loaded for itself is not taken over.
-void CXMLResource::TakeLibraries(CXMLResource& other) {
-  m_libraries.swap(other.m_libraries);
-  m_librariesByPath.Swap(other.m_librariesByPath);
-  m_librariesByBean.Swap(other.m_librariesByBean);
-  for (SLibraryRecord& library : m_libraries) {
-    library.module = nullptr;
-    library.processed = 0;
-    for (const SBeanDescription& bean : library.beans) {
-      NoteEagerBean(bean, library);
-    }
-  }
-}
-
-void CXMLResource::NoteEagerBean(const SBeanDescription& bean, const SLibrary& library) {
-  if (!bean.lazy) {
-    m_eagerLibraries.SetAt(bean.name).value = &library;
-  }
-}
-
-void CXMLResource::IntegrateLibrary(SLibraryRecord& other) {
-  SLibraryRecord* library = FindOrAddLibrary(other.path);
-  for (SBeanDescription& bean : other.beans) {
-    NoteEagerBean(bean, *library);
-    AddBean(*library, std::move(bean));
+  } catch (...) {
+    library.beans.pop_back();
+    throw;
   }
 }
 
@@ -157,8 +86,8 @@ void CXMLResource::processLibrary(SLibraryRecord& library) {
 
 ILibrary& CXMLResource::LoadedLibrary(SLibraryRecord& library) {
   if (library.module == nullptr) {
-    m_loadedLibraries.push_back(std::make_unique<CDynamicLibrary>(library.path));
-    library.module = m_loadedLibraries.back().get();
+    m_loadedLibraries.push_back({std::make_unique<CDynamicLibrary>(library.path), &library});
+    library.module = m_loadedLibraries.back().library.get();
   }
   return *library.module;
 }
@@ -197,74 +126,52 @@ std::vector<std::pair<CStringT<char>, const SLibrary*>> CXMLResource::GetEagerBe
   return beans;
 }
 
-void CXMLResource::Insert(const char* typeId, bool front, const std::shared_ptr<ITypeRegistration>& registration) {
-  ServiceList& services = m_services.SetAt(typeId).value;
-  services.insert(front ? services.begin() : services.end(), registration);
-}
-
 std::shared_ptr<ITypeRegistration> CXMLResource::RegisterInstance(const char* typeId, bool front,
                                                                   const std::shared_ptr<IObject>& instance,
                                                                   std::shared_ptr<ITypeRegistration> registration) {
-  constexpr const char* kFunction = "Zorbel::CXMLResource::RegisterInstance";
-  RequireTypeId(typeId, {kResourceFile, kFunction}, L"RegisterInstance: the type id is null");
   if (!registration) {
-    if (const ServiceList* services = m_services.Lookup(typeId)) {
-      for (const auto& known : *services) {
-        if (Holds(known, instance)) {
-          Internal::Raise({kResourceFile, kFunction}, L"Service instance is already registered for interface '%s'",
-                          std::wstring(CStringT<wchar_t>(typeId).GetString()));
-        }
-      }
+    if (m_services.Holds(typeId, instance)) {
+      return nullptr;
     }
     registration = std::make_shared<CServiceConfig>(instance);
   }
-  Insert(typeId, front, registration);
+  m_services.Insert(typeId, front, registration);
   return registration;
 }
 
 std::shared_ptr<ITypeRegistration> CXMLResource::RegisterService(const char* typeId, bool front,
                                                                  std::function<std::unique_ptr<IObject>()>&& maker,
                                                                  std::shared_ptr<ITypeRegistration> registration) {
-  RequireTypeId(typeId, {kResourceFile, "Zorbel::CXMLResource::RegisterService"},
-                L"RegisterService: the type id is null");
   if (!registration) {
     registration = std::make_shared<CServiceConfig>(std::move(maker));
   }
-  Insert(typeId, front, registration);
+  m_services.Insert(typeId, front, registration);
   return registration;
 }
 
 std::vector<std::shared_ptr<ITypeRegistration>> CXMLResource::ReleaseInstance(
     const std::shared_ptr<IObject>& instance) {
-  std::vector<std::shared_ptr<ITypeRegistration>> removed;
-  for (auto* entry = m_services.GetStartPosition(); entry != nullptr;) {
-    auto* current = std::exchange(entry, decltype(m_services)::GetNextAssoc(entry));
-    ServiceList& services = current->value;
-    const auto held = std::find_if(services.begin(), services.end(),
-                                   [&](const auto& registration) { return Holds(registration, instance); });
-    if (held == services.end()) {
-      continue;
-    }
-    removed.push_back(std::move(*held));
-    services.erase(held);
-    if (services.empty()) {
-      m_services.RemoveKey(current->key);
-    }
-  }
-  if (removed.empty()) {
-    Internal::Raise({kResourceFile, "Zorbel::CXMLResource::ReleaseInstance"}, L"Service instance was not registered");
-  }
-  return removed;
+  return m_services.Release(instance);
 }
 
 std::shared_ptr<ITypeRegistration> CXMLResource::FindService(const char* typeId, unsigned int index) {
-  const ServiceList* services = typeId != nullptr ? m_services.Lookup(typeId) : nullptr;
-  return services != nullptr && index < services->size() ? (*services)[index] : nullptr;
+  return m_services.Find(typeId, index);
 }
 
-unsigned int CXMLResource::GetServiceCount(const char* typeId) {
-  const ServiceList* services = typeId != nullptr ? m_services.Lookup(typeId) : nullptr;
-  return services != nullptr ? static_cast<unsigned int>(services->size()) : 0;
+void CXMLResource::RequireTypeId(const char* typeId, const char* function, const wchar_t* message) {
+  if (typeId == nullptr) {
+    Internal::Raise({kResourceFile, function}, message);
+  }
+}
+
+void CXMLResource::RaiseAlreadyRegistered(const char* typeId) {
+  Internal::Raise({kResourceFile, "Zorbel::CXMLResource::RegisterInstance"},
+                  L"Service instance is already registered for interface '%s'",
+                  std::wstring(CStringT<wchar_t>(typeId).GetString()));
+}
+
+void CXMLResource::RaiseNotRegistered() {
+  Internal::Raise({kResourceFile, "Zorbel::CXMLResource::ReleaseInstance"}, L"Service instance was not registered");
 }
 
 }  // namespace Zorbel

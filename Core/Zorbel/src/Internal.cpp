@@ -1,7 +1,9 @@
 #include "Internal.h"
 
 #include <mutex>
+#include <utility>
 
+#include "BasePool/CbNeverDestroyed.h"
 #include "CBeanFactoryImpl.h"
 #include "Raise.h"
 #include "ThreadState.h"
@@ -12,47 +14,58 @@ namespace {
 constexpr const char* kFile = "Core/Zorbel/src/CContainer";
 constexpr const char* kIntegrate = "Zorbel::Internal::IntegrateResource";
 
-std::mutex integrationMutex;
-std::mutex slotMutex;  // apart from the one above: a bean built under that may construct a container
-std::weak_ptr<CBeanFactoryImpl> sharedFactory;
+std::mutex& IntegrationMutex() {
+  static const CbNeverDestroyed<std::mutex> mutex;
+  return *mutex;
+}
+
+struct SSharedFactory {
+  std::mutex mutex;  // apart from the one above: a bean built under that may construct a container
+  std::weak_ptr<CBeanFactoryImpl> factory;
+};
+
+SSharedFactory& Slot() {
+  static const CbNeverDestroyed<SSharedFactory> slot;
+  return *slot;
+}
 
 std::shared_ptr<CBeanFactoryImpl> SharedFactory() {
-  const std::lock_guard lock(slotMutex);
-  std::shared_ptr<CBeanFactoryImpl> factory = sharedFactory.lock();
+  SSharedFactory& slot = Slot();
+  const std::lock_guard lock(slot.mutex);
+  std::shared_ptr<CBeanFactoryImpl> factory = slot.factory.lock();
   if (!factory) {
     factory = std::make_shared<CBeanFactoryImpl>();
-    sharedFactory = factory;
+    slot.factory = factory;
   }
   return factory;
 }
 
-/// Holds the integration mutex and marks the thread as loading.
-class CLoading {
- public:
-  CLoading() : m_lock(integrationMutex, std::defer_lock) {
-    RequireNotLoading();
-    Lock();
-    ThisThread().loading = true;
+// The mutex comes before any factory's lock. Code that runs under one must not wait for the mutex: its holder may be
+// waiting for that lock.
+bool TakeIntegration() {
+  SThreadState& thread = ThisThread();
+  RequireNotLoading();
+  if (thread.holdsIntegration) {
+    return false;
   }
-  ~CLoading() { ThisThread().loading = false; }
-  CLoading(const CLoading&) = delete;
-  CLoading& operator=(const CLoading&) = delete;
-
- private:
-  // The mutex comes before any factory's lock. Code that runs under one must not wait for the mutex: its holder may be
-  // waiting for that lock.
-  void Lock() {
-    if (m_lock.try_lock()) {
-      return;
-    }
-    if (ThisThread().factoryLocksHeld > 0) {
+  if (!IntegrationMutex().try_lock()) {
+    if (thread.factoryLocksHeld > 0) {
       Raise({kFile, kIntegrate}, L"Configuration is being loaded by another thread");
     }
     const CReleasePause pause;
-    m_lock.lock();
+    IntegrationMutex().lock();
   }
+  thread.holdsIntegration = true;
+  return true;
+}
 
-  std::unique_lock<std::mutex> m_lock;
+/// Marks the thread as merging.
+class CLoading {
+ public:
+  CLoading() { ThisThread().loading = true; }
+  ~CLoading() { ThisThread().loading = false; }
+  CLoading(const CLoading&) = delete;
+  CLoading& operator=(const CLoading&) = delete;
 };
 
 }  // namespace
@@ -67,9 +80,30 @@ std::shared_ptr<IBeanFactory> CreateFactory(bool integrated) {
 
 bool IsSharedFactory(const IBeanFactory* factory) {
   std::shared_ptr<IBeanFactory> shared;  // released, perhaps as the last, outside the mutex
-  const std::lock_guard lock(slotMutex);
-  shared = sharedFactory.lock();
+  const std::lock_guard lock(Slot().mutex);
+  shared = Slot().factory.lock();
   return factory != nullptr && shared.get() == factory;
+}
+
+// Bean code may assign to the container meanwhile: what it holds in the end is `next`.
+void Replace(std::shared_ptr<IBeanFactory>& held, std::shared_ptr<IBeanFactory> next) noexcept {
+  if (held == next) {
+    return;
+  }
+  if (auto* factory = dynamic_cast<CBeanFactoryImpl*>(held.get())) {
+    const std::shared_ptr<IBeanFactory> alive = held;
+    factory->EndUnlessShared(2);
+  }
+  held.swap(next);
+}
+
+CIntegration::CIntegration() : m_taken(TakeIntegration()) {}
+
+CIntegration::~CIntegration() {
+  if (m_taken) {
+    ThisThread().holdsIntegration = false;
+    IntegrationMutex().unlock();
+  }
 }
 
 void RequireNotLoading() {
@@ -79,9 +113,18 @@ void RequireNotLoading() {
 }
 
 void IntegrateResource(CBeanFactoryImpl& factory, CXMLResource& resource) {
-  const CLoading loading;
-  factory.Integrate(resource);
-  factory.CreateEagerBeans();
+  std::optional<CStringT<char>> overridden;
+  {
+    const CIntegration integration;
+    const CLoading loading;
+    overridden = factory.Integrate(resource);
+    if (!overridden) {
+      factory.CreateEagerBeans();
+    }
+  }
+  if (overridden) {
+    CXMLResource::RaiseOverride(*overridden);
+  }
 }
 
 }  // namespace Zorbel::Internal

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 #include <Logging/CLogger.h>
 
@@ -32,11 +34,19 @@ template <class... Texts>
   Raise(origin, CbStrT<std::wstring>(message).Format(format, first.c_str(), texts.c_str()...));
 }
 
-/// Writes a warning line with the narrow names in place of each `%s`; they are converted only when it is written.
+inline std::wstring WideName(std::string_view name) { return AnsiToWide(name); }
+
+template <class F>
+std::enable_if_t<std::is_invocable_v<const F&>, std::wstring> WideName(const F& name) {
+  return AnsiToWide(name());
+}
+
+/// Writes a warning line with the narrow names, or what functions return as such, in place of each `%s`. They are
+/// called and converted only when it is written.
 template <class... Names>
 void Warn(const Logging::CLogger& logger, const SOrigin& origin, const wchar_t* format, const Names&... names) {
   if (logger.IsLogLevelEnabled(ELogLevel::warning)) {
-    logger.Warn(origin.file, static_cast<int>(origin.line), origin.function, format, AnsiToWide(names).c_str()...);
+    logger.Warn(origin.file, static_cast<int>(origin.line), origin.function, format, WideName(names).c_str()...);
   }
 }
 

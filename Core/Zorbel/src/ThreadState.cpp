@@ -3,7 +3,9 @@
 #include <condition_variable>
 #include <cstddef>
 #include <mutex>
-#include <new>
+
+#include "BasePool/CbNeverDestroyed.h"
+#include "CBeanConfig.h"
 
 namespace Zorbel::Internal {
 namespace {
@@ -20,11 +22,10 @@ struct SReleaseState {
   }
 };
 
-// Never destroyed: a thread may wait for it while the process ends, which the end would have to wait for.
+// A thread may wait for it while the process ends.
 SReleaseState& ReleaseState() {
-  alignas(SReleaseState) static std::byte storage[sizeof(SReleaseState)];
-  static SReleaseState& state = *new (storage) SReleaseState;
-  return state;
+  static const CbNeverDestroyed<SReleaseState> state;
+  return *state;
 }
 
 // What paused threads wait for.
@@ -35,6 +36,14 @@ bool HoldsLockBeforeRelease(const SThreadState& thread) { return thread.factoryL
 SThreadState& ThisThread() {
   thread_local SThreadState state;
   return state;
+}
+
+std::string PathOf(const SResolving* innermost, const char* last) {
+  std::string path = last;
+  for (const SResolving* frame = innermost; frame != nullptr; frame = frame->outer) {
+    path.insert(0, path.empty() ? "" : " -> ").insert(0, frame->bean->GetDescription().name.GetString());
+  }
+  return path;
 }
 
 CReleaseLock::CReleaseLock() {
@@ -71,6 +80,19 @@ CReleasePause::~CReleasePause() {
     state.taken = true;
     --state.pausedCount;
   }
+}
+
+CServicesLock::CServicesLock(CbCriticalSection& section) : m_section(section) {
+  if (!m_section.TryLock()) {
+    const CReleasePause pause;
+    m_section.Lock();
+  }
+  ++ThisThread().factoryLocksHeld;
+}
+
+CServicesLock::~CServicesLock() {
+  --ThisThread().factoryLocksHeld;
+  m_section.Unlock();
 }
 
 }  // namespace Zorbel::Internal

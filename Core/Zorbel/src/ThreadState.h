@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "BasePool/CbCriticalSection.h"
 
@@ -24,10 +25,15 @@ struct SThreadState {
   std::size_t resolutionDepth = 0;
   std::size_t factoryLocksHeld = 0;
   std::size_t releaseLocksHeld = 0;
-  bool loading = false;
+  bool loading = false;           ///< a document is being merged
+  bool holdsIntegration = false;  ///< the thread has the integration mutex
 };
 
 SThreadState& ThisThread();
+
+/// Returns the names of the beans being resolved, from the outermost to `innermost`, and behind them `last` unless it
+/// is empty, joined by " -> ".
+std::string PathOf(const SResolving* innermost, const char* last);
 
 /// Holds the process's release lock, which the release functions of services run under, for the life of a scope: they
 /// run one after the other. Recursive: a release function may produce and release other services.
@@ -52,22 +58,13 @@ class CReleasePause {
   const bool m_paused;
 };
 
-/// Holds a factory's lock for the life of a scope.
-class CFactoryLock {
+/// Holds the lock of a factory's services for the life of a scope.
+class CServicesLock {
  public:
-  explicit CFactoryLock(CbCriticalSection& section) : m_section(section) {
-    if (!m_section.TryLock()) {
-      const CReleasePause pause;
-      m_section.Lock();
-    }
-    ++ThisThread().factoryLocksHeld;
-  }
-  ~CFactoryLock() {
-    --ThisThread().factoryLocksHeld;
-    m_section.Unlock();
-  }
-  CFactoryLock(const CFactoryLock&) = delete;
-  CFactoryLock& operator=(const CFactoryLock&) = delete;
+  explicit CServicesLock(CbCriticalSection& section);
+  ~CServicesLock();
+  CServicesLock(const CServicesLock&) = delete;
+  CServicesLock& operator=(const CServicesLock&) = delete;
 
  private:
   CbCriticalSection& m_section;

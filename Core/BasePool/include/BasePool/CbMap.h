@@ -138,6 +138,18 @@ class CbMap {
   SAssoc* GetStartPosition() const { return m_headBucket == kNoBucket ? nullptr : m_table[m_headBucket]; }
   static SAssoc* GetNextAssoc(const SAssoc* association) { return association->next; }
 
+  /// Returns whether a walk comes to `a` before `b`.
+  bool IsBefore(const SAssoc& a, const SAssoc& b) const {
+    if (BucketOf(a.hash) != BucketOf(b.hash)) {
+      return BucketOf(a.hash) < BucketOf(b.hash);
+    }
+    const SAssoc* next = a.nextInBucket;
+    while (next != nullptr && next != &b) {
+      next = next->nextInBucket;
+    }
+    return next != nullptr;
+  }
+
  private:
   using Table = std::unique_ptr<SAssoc*[]>;
 

@@ -86,8 +86,9 @@ class ZORBEL_API CContainer {
   template <class T = IObject>
   std::vector<std::shared_ptr<T>> GetServices(const char* typeId) const {
     std::vector<std::shared_ptr<T>> services;
-    for (unsigned int index = 0; index < GetServiceCount(typeId); ++index) {
-      if (auto service = GetService<T>(typeId, index)) {
+    const std::shared_ptr<IBeanFactory> factory = m_factory;  // the makers may drop this container
+    for (unsigned int index = 0; factory && index < factory->GetServiceCount(typeId); ++index) {
+      if (auto service = ObjectCast<T>(factory->GetService(typeId, index))) {
         services.push_back(std::move(service));
       }
     }
