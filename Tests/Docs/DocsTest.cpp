@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,8 @@ std::wstring ErrorOfLoading(const fs::path& file) {
     const Zorbel::CContainer container(file.wstring().c_str(), false);
   } catch (const Zorbel::CException& error) {
     return error.GetMessageW();
+  } catch (const std::range_error& error) {
+    return CStringT<wchar_t>(error.what()).GetString();
   }
   return {};
 }
@@ -86,6 +89,16 @@ TEST(Docs, ShowBeansThatCanBeMade) {
     EXPECT_TRUE(container.GetBean(name)) << name;
   }
   EXPECT_EQ(log.Warnings(), std::vector<std::wstring>());
+}
+
+TEST(Docs, ShowNamesThatAreFoundInTheCodePageAndCannotBeToldOfWhenRepeated) {
+  const fs::path document = fs::path(BLOCKS) / "documents/characters-1.xml";
+  const Zorbel::CContainer container(document.wstring().c_str(), true);
+  for (const CStringT<char>& name : {CStringT<char>(L"K\u00FCche"), CStringT<char>(L"\u0436\u0434")}) {
+    EXPECT_TRUE(container.Exists(name)) << name.GetString();
+  }
+  EXPECT_TRUE(container.Exists("lamp f\xC3\xBCr"));
+  EXPECT_THROW(Zorbel::CContainer(document.wstring().c_str(), true), std::range_error);
 }
 
 TEST(Docs, TellOfEveryMessage) {
