@@ -18,8 +18,8 @@ using WrapperMaker = IBeanWrapper* (*)();
 /// are.
 class CBeanConfig {
  public:
-  /// Calls the maker. Throws: `CException` when a property's value lacks a parameter type, or when there are properties
-  /// but no wrapper; what the maker and the wrapper throw.
+  /// Calls the maker. Throws: `CException` when a property's value lacks a parameter type (std::range_error when the
+  /// property's name is no UTF-8), or when there are properties but no wrapper; what the maker and the wrapper throw.
   CBeanConfig(const SBeanDescription& description, WrapperMaker maker, const SLibrary* library);
   CBeanConfig(const CBeanConfig&) = delete;
   CBeanConfig& operator=(const CBeanConfig&) = delete;

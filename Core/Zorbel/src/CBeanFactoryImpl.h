@@ -48,7 +48,8 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
   /// Merges a document. Returns the name of a bean that is taken, with nothing merged then.
   std::optional<CStringT<char>> Integrate(CXMLResource& resource);
 
-  /// Resolves every bean that is to be created at load time, in the order of merging.
+  /// Resolves every bean that is to be created at load time, in the order of merging: also those of earlier documents,
+  /// so that one which is no singleton is made again.
   void CreateEagerBeans();
 
   /// Forgets everything. Objects held elsewhere live on. Throws: std::bad_alloc, with nothing forgotten.

@@ -21,7 +21,8 @@ class CBeanProperty {
   };
   using Owner = std::unique_ptr<CBeanProperty, SReturnToPool>;
 
-  /// Takes a property from the pool. Throws: `CbExceptionContainer` when the pool cannot grow.
+  /// Takes a property from the pool. Throws: `CbExceptionContainer` when the pool cannot grow,
+  /// std::bad_alloc.
   static Owner Make(const SPropertyDescription& description);
 
   CBeanProperty(const CBeanProperty&) = delete;

@@ -16,7 +16,8 @@ namespace Zorbel {
 using SBean = std::pair<std::shared_ptr<const IBeanWrapper>, std::shared_ptr<IObject>>;
 
 /// All that a factory forgets when it is emptied. A resolution keeps the state that it began with, so that bean code
-/// may empty the factory in the middle of it. Thread: used under the factory's lock.
+/// may empty the factory in the middle of it. Thread: used under the factory's lock; services are also looked up
+/// under the lock of the services alone.
 class CFactoryState {
  public:
   /// Takes no memory.

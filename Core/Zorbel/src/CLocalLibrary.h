@@ -31,7 +31,7 @@ class CLocalLibrary : public ILibrary,
   const std::type_info* GetType(const std::vector<void*>& arguments, std::size_t position) const override;
 
   /// Returns the type id registered under `className`; the text stays when another is registered.
-  /// Throws: `CException` when there is none.
+  /// Throws: when there is none, `CException`, or std::range_error when the name is no UTF-8.
   const char* GetTypeID(const char* className);
 
  private:

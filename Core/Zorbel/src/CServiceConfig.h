@@ -28,7 +28,7 @@ class CServiceConfig : public ITypeRegistration {
   void SetReleaseFunction(ReleaseFunction function) override;
   ReleaseFunction GetReleaseFunction() const override;
 
-  /// Returns the kept instance, or else a new one, which a singleton keeps.
+  /// Returns the kept instance, or else a new one, which a singleton keeps unless it is null.
   /// Throws: `CException` when there is no maker; what the maker throws.
   std::shared_ptr<IObject> GetInstance();
 

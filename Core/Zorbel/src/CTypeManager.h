@@ -10,7 +10,7 @@ namespace Zorbel {
 class CTypeManager {
  public:
   /// Returns the type of a configured name; spaces in it do not count. Ownership: the type manager's.
-  /// Throws: `CException` when there is none.
+  /// Throws: when there is none, `CException`, or std::range_error when the name is no UTF-8.
   IType* FindTypeBean(const char* typeName) const;
 
  private:

@@ -24,18 +24,19 @@ namespace Zorbel {
 using Variables = CbMap<CStringT<wchar_t>, CStringT<wchar_t>>;
 
 /// One configuration document as read, and a factory's registry of all documents merged into it.
-/// Thread: has no lock of its own; a factory calls its registry under the factory's locks. Code of plug-ins that is
-/// called from here may call back, on the same thread.
+/// Thread: has no lock of its own; a factory calls its registry under the factory's locks, and documents are read under
+/// none. Code of plug-ins that is called from here may call back, on the same thread.
 class CXMLResource {
  public:
   /// An empty resource. `owner` is asked for the beans behind configured services.
   explicit CXMLResource(IBeanFactory* owner) : m_owner(owner) {}
 
   /// Reads a document; a null or empty text gives an empty resource. Includes are ignored.
-  /// Throws: `CException`, with what is wrong and where.
+  /// Throws: `CException`, with what is wrong and where; for a bean that provides an interface also what
+  /// `FindBeanConfig` and `CLocalLibrary::GetTypeID` throw.
   CXMLResource(IBeanFactory* owner, const char* xmlText);
 
-  /// Reads a document file with the files that it includes. Throws: likewise.
+  /// Reads a document file with the files that it includes. Throws: likewise, and what `Integrate` throws.
   CXMLResource(IBeanFactory* owner, const wchar_t* fileName);
 
   CXMLResource(const CXMLResource&) = delete;
@@ -47,7 +48,8 @@ class CXMLResource {
   std::optional<CStringT<char>> Integrate(CXMLResource& other);
 
   /// Returns the definition of a bean, or null when none is declared. The first use of a bean's library loads it and
-  /// builds the definitions of all of its beans. Throws: `CException` when a module or a wrapper maker is missing.
+  /// builds the definitions of all of its beans. Throws: `CException` when a wrapper maker is missing; what
+  /// `CDynamicLibrary` and `CBeanConfig` throw. Those built before stay.
   CBeanConfig* FindBeanConfig(const char* name) { return FindBeanConfig(name, BeanMap::Traits::Hash(name)); }
   CBeanConfig* FindBeanConfig(const char* name, std::uint64_t hash);
 

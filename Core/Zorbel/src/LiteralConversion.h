@@ -18,7 +18,7 @@ int ToInt(const wchar_t* text);
 /// Decimal, octal behind "0" or hexadecimal behind "0x", clamped to 32 bits; a "-" negates modulo 2^32.
 unsigned int ToUnsigned(const wchar_t* text);
 
-/// In C notation, whatever the locale; infinite when out of range.
+/// In C notation, whatever the locale; infinite when too large, 0 when too small.
 double ToDouble(const wchar_t* text);
 
 }  // namespace Zorbel::Literal

@@ -11,13 +11,13 @@ namespace Internal {
 
 struct SBeanStatistics {
   std::uint64_t liveInstances = 0;
-  std::uint64_t createdInstances = 0;  ///< since the first of those that live was created
+  std::uint64_t createdInstances = 0;  ///< since there was none
 };
 
 /// The process-wide registry of live instances. Thread: safe; no code of plug-ins runs under its lock.
 namespace LiveInstances {
 
-/// Throws: `CbExceptionContainer`, with nothing registered.
+/// Throws: `CbExceptionContainer` or std::bad_alloc, with nothing registered.
 void Register(const IObject* object, std::string_view beanName);
 
 /// Forgets an object; one that is not registered is no error.

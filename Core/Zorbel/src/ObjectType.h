@@ -14,7 +14,7 @@ class ObjectType : public IType {
   /// True for exactly the three names above.
   static bool IsReference(const char* typeName);
 
-  /// The bean or service is resolved now, once. Empty when it yields no object.
+  /// The bean or service is resolved now, once. Empty when it yields no object. Throws: as `CServicePointer`.
   std::shared_ptr<IValuePointer> CreateValuePointer(IBeanFactory* factory, const char* typeName, const wchar_t* value,
                                                     const SLibrary* library) override;
 };

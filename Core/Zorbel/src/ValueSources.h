@@ -43,7 +43,7 @@ class CBeanPointer : public IValuePointer {
 /// Holds the instance of an interface's first registration; no value when there is none.
 class CServicePointer : public IValuePointer {
  public:
-  /// Throws: `CException` when the interface has no type id; what the service's maker throws.
+  /// Throws: as `CLocalLibrary::GetTypeID` and `IBeanFactory::GetService`.
   CServicePointer(IBeanFactory* factory, const wchar_t* interfaceName);
 
   void* GetValue() override { return m_object ? &m_object : nullptr; }

@@ -46,8 +46,8 @@ class CbPlexManager {
   CbPlexManager(const CbPlexManager&) = delete;
   CbPlexManager& operator=(const CbPlexManager&) = delete;
 
-  /// Returns storage for one element; the caller constructs it. Throws: `CbExceptionContainer`, with the manager
-  /// unchanged but for the step of its growth.
+  /// Returns storage for one element; the caller constructs it. Throws: `CbExceptionContainer`, or std::bad_alloc where
+  /// not even that can be made, with the manager unchanged but for the step of its growth.
   T* getFreeElement() {
     void* element = Take();
     if (element == nullptr) {

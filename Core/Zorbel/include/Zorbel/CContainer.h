@@ -34,7 +34,10 @@ class ZORBEL_API CContainer {
 
   /// Loads the document text `xml`, in UTF-8; a null or empty text loads nothing. Its includes are ignored.
   /// Throws: `CException` when the document is in error or repeats a bean of the factory, when a document is being
-  /// loaded on this thread, or, from bean code, on another one.
+  /// loaded on this thread, or, from bean code, on another one; std::range_error "bad conversion" instead, with nothing
+  /// logged, where the message would name a bean, interface, property or module by characters beyond ASCII; what
+  /// wrapper makers and wrappers throw, which are called for a document in which a bean provides an interface. A bean
+  /// to be made at load time that fails is no error of the document.
   CContainer(const char* xml, bool integration);
 
   /// Loads the document file `path` with the files that it includes. Throws: likewise.
@@ -49,7 +52,8 @@ class ZORBEL_API CContainer {
   /// Returns whether a bean of that name is configured. Throws: as `IBeanFactory::Exists`.
   bool Exists(const char* name) const;
 
-  /// Removes the service registrations of a ready-made object. Throws: `CException` when there are none.
+  /// Removes the service registrations of an object, as `IBeanFactory::ReleaseInstance`. Throws: `CException` when
+  /// there are none.
   void ReleaseInstance(std::shared_ptr<IObject> instance);
 
   /// Empties the factory, for all containers that share it: its singletons are released, its configuration and
@@ -70,7 +74,7 @@ class ZORBEL_API CContainer {
   }
 
   /// Returns the service at position `index` of its interface, as a `T`; empty when there is none or it is no `T`.
-  /// Throws: what the service's maker throws.
+  /// Throws: what the service's maker throws; `CException` when the registration has no maker.
   template <class T = IObject>
   std::shared_ptr<T> GetService(const char* typeId, unsigned int index = 0) const {
     return m_factory ? ObjectCast<T>(m_factory->GetService(typeId, index)) : nullptr;
@@ -102,14 +106,14 @@ class ZORBEL_API CContainer {
   unsigned int GetServiceCount(const char* typeId) const { return m_factory ? m_factory->GetServiceCount(typeId) : 0; }
 
   /// Registers `maker` as an implementation of the interface, before (`front`) or behind the others.
-  /// Returns: the registration, to be configured before its first use.
+  /// Returns: the registration, to be configured before its first use. Throws: `CException` when `typeId` is null.
   std::shared_ptr<ITypeRegistration> RegisterService(const char* typeId,
                                                      std::function<std::unique_ptr<IObject>()> maker,
                                                      bool front = false) {
     return Configured("Zorbel::CContainer::RegisterService").RegisterService(typeId, front, std::move(maker), nullptr);
   }
 
-  /// Registers a ready-made object likewise. Throws: `CException` when it is registered for the interface already.
+  /// Registers a ready-made object likewise. Throws: likewise, and when it is registered for the interface already.
   std::shared_ptr<ITypeRegistration> RegisterInstance(const char* typeId, std::shared_ptr<IObject> instance,
                                                       bool front = false) {
     return Configured("Zorbel::CContainer::RegisterInstance")

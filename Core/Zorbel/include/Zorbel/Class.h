@@ -25,7 +25,7 @@
 namespace Zorbel {
 
 /// Registers the type id of an interface, which the interface names as `kTypeId`, under the name that documents use.
-/// Returns: true. Thread: any.
+/// Returns: true. Throws: `CException` when `name` is null. Thread: any.
 template <class I>
 bool RegisterInterface(const char* name) {
   GetLocalLibrary().RegisterTypeID(name, I::kTypeId);

@@ -23,7 +23,10 @@ namespace Zorbel {
 /// Ownership: the values live until the call returns; copy what is to be kept.
 ///
 /// Thread: called on whichever thread resolves a bean, with the factory's lock held; one wrapper serves all beans of
-/// its class in a factory. Exceptions may be thrown: the bean then fails with a warning in the log.
+/// its class in a factory. Makers and `GetParameterTypes` are called too, without a lock and on several threads at a
+/// time, while a document is read in which a bean provides an interface; wrappers made there go when it is
+/// loaded. Exceptions may be thrown: the bean then fails with a warning in the log; from a maker or `GetParameterTypes`
+/// they reach whoever loads the document or calls `IBeanFactory::Exists`.
 class ZORBEL_INTERFACE IBeanWrapper {
  public:
   IBeanWrapper() = default;
@@ -57,7 +60,8 @@ class ZORBEL_INTERFACE IBeanWrapper {
                                          [[maybe_unused]] std::vector<std::string>& types) {}
 
   /// Fills `types` (given empty) with the parameter types of `method` when called with `argumentCount` arguments, in
-  /// order. Each configured value that is no reference needs a type that is not empty; references are not counted.
+  /// order. Each configured value that is no reference, an explicit null included, needs a type that is not empty;
+  /// references are not counted.
   virtual void GetParameterTypes(const char* method, std::size_t argumentCount, std::vector<std::string>& types) = 0;
 };
 

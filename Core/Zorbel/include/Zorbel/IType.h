@@ -20,7 +20,8 @@ class ZORBEL_INTERFACE IType {
 
   /// Returns the value of the text `value`, for a bean of `library` that `factory` builds; `typeName` is the type name
   /// as configured. Empty when a reference yields no object.
-  /// Throws: `CException` when the text is no value of the type.
+  /// Throws: `CException` when the text is no value of the type, or a service's interface has no type id; what the
+  /// service's maker throws.
   virtual std::shared_ptr<IValuePointer> CreateValuePointer(IBeanFactory* factory, const char* typeName,
                                                             const wchar_t* value, const SLibrary* library) = 0;
 };

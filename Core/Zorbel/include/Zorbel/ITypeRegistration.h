@@ -16,7 +16,8 @@ class ZORBEL_INTERFACE ITypeRegistration {
   ITypeRegistration& operator=(const ITypeRegistration&) = delete;
   virtual ~ITypeRegistration() = default;
 
-  /// Makes the first instance produced the only one; it is kept until the registration goes. Cannot be undone.
+  /// Makes the first instance produced, null apart, the only one; it is kept until the registration goes. Cannot be
+  /// undone.
   virtual void SetSingleton() = 0;
 
   virtual bool IsSingleton() const = 0;
