@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "BasePool/CbKeyTraits.h"
+#include "BasePool/CbOccupancy.h"
 #include "BasePool/CbPlexManager.h"
 
 namespace CbMapTypes {
@@ -31,7 +32,8 @@ struct CbTypeName<CbMapTypes::SAssociation<K, V>> {
 
 /// A hash map with exact keys and a defined order: by bucket, and within a bucket the last inserted first; growing
 /// reverses the order within the new buckets. Copying, destroying and walking follow that order.
-/// An empty map owns no storage. Thread: guarded by its owner; reading alone needs no guard.
+/// A map that never had an entry owns no storage; one that had keeps its table and its blocks, which a burst makes
+/// larger but leaves no slower to work with. Thread: guarded by its owner; reading alone needs no guard.
 template <class K, class V>
 class CbMap {
   using Pool = CbPlexManager<CbMapTypes::SAssociation<K, V>, 0, unsigned int>;
@@ -101,24 +103,24 @@ class CbMap {
     }
     // All that can fail comes before anything changes.
     EnsureTable();
-    Table grown = MakeGrownTable();
+    STable grown = MakeGrownTable();
     SAssoc* made = Make(key, hash, std::forward<Args>(arguments)...);
     Link(made);
     ++m_count;
-    if (grown) {
+    if (grown.heads) {
       Rehash(std::move(grown));
     }
     return *made;
   }
 
   /// Returns whether an association was removed.
-  bool RemoveKey(Query key) {
+  bool RemoveKey(Query key) noexcept {
     if (m_count == 0) {
       return false;
     }
     const std::uint64_t hash = Traits::Hash(key);
     SAssoc* previous = nullptr;
-    SAssoc* removed = m_table[BucketOf(hash)];
+    SAssoc* removed = m_table.heads[BucketOf(hash)];
     while (removed != nullptr && !Matches(*removed, key, hash)) {
       previous = std::exchange(removed, removed->nextInBucket);
     }
@@ -135,23 +137,29 @@ class CbMap {
   std::uint32_t GetHashTableSize() const { return m_hashTableSize; }
 
   /// Walk the map: the first association or null, then the one behind `association` or null.
-  SAssoc* GetStartPosition() const { return m_headBucket == kNoBucket ? nullptr : m_table[m_headBucket]; }
+  SAssoc* GetStartPosition() const { return m_headBucket == kNoBucket ? nullptr : m_table.heads[m_headBucket]; }
   static SAssoc* GetNextAssoc(const SAssoc* association) { return association->next; }
 
-  /// Returns whether a walk comes to `a` before `b`.
+  /// Returns whether a walk meets `a` before `b`, both of this map. Costs no more than the chain of one bucket.
   bool IsBefore(const SAssoc& a, const SAssoc& b) const {
     if (BucketOf(a.hash) != BucketOf(b.hash)) {
       return BucketOf(a.hash) < BucketOf(b.hash);
     }
-    const SAssoc* next = a.nextInBucket;
-    while (next != nullptr && next != &b) {
-      next = next->nextInBucket;
+    const SAssoc* behind = a.nextInBucket;
+    while (behind != nullptr && behind != &b) {
+      behind = behind->nextInBucket;
     }
-    return next != nullptr;
+    return behind != nullptr;
   }
 
  private:
-  using Table = std::unique_ptr<SAssoc*[]>;
+  struct STable {
+    STable() = default;
+    explicit STable(std::uint32_t size) : heads(std::make_unique<SAssoc*[]>(size)), occupied(size) {}
+
+    std::unique_ptr<SAssoc*[]> heads;
+    CbOccupancy occupied;  // the buckets whose heads are not null
+  };
 
   static constexpr std::uint32_t kNoBucket = 0xFFFFFFFF;
 
@@ -165,7 +173,7 @@ class CbMap {
     if (m_count == 0) {
       return nullptr;
     }
-    SAssoc* candidate = m_table[BucketOf(hash)];
+    SAssoc* candidate = m_table.heads[BucketOf(hash)];
     while (candidate != nullptr && !Matches(*candidate, key, hash)) {
       candidate = candidate->nextInBucket;
     }
@@ -173,15 +181,15 @@ class CbMap {
   }
 
   void EnsureTable() {
-    if (!m_table) {
-      m_table = std::make_unique<SAssoc*[]>(m_hashTableSize);
+    if (!m_table.heads) {
+      m_table = STable(m_hashTableSize);
     }
   }
 
-  // A table of twice the size when one more association fills three quarters of this one; else none.
-  Table MakeGrownTable() const {
+  // A table of twice the size when one more association fills three quarters of this one; else one without storage.
+  STable MakeGrownTable() const {
     const bool full = (std::uint64_t{m_count} + 1) * 4 >= std::uint64_t{m_hashTableSize} * 3;
-    return full ? std::make_unique<SAssoc*[]>(std::size_t{m_hashTableSize} * 2) : nullptr;
+    return full ? STable(m_hashTableSize * 2) : STable();
   }
 
   // Takes the key as it was given: strings share their characters with their copies.
@@ -216,45 +224,51 @@ class CbMap {
   }
 
   void PushFront(SAssoc* made, std::uint32_t bucket) noexcept {
-    made->nextInBucket = m_table[bucket];
-    m_table[bucket] = made;
+    made->nextInBucket = std::exchange(m_table.heads[bucket], made);
+    m_table.occupied.Insert(bucket);
   }
 
   // The last association of the nearest non-empty bucket below `bucket`, which is above the head.
   SAssoc* LastBelow(std::uint32_t bucket) const noexcept {
-    do {
-      --bucket;
-    } while (m_table[bucket] == nullptr);
-    return LastOf(m_table[bucket]);
+    SAssoc* last = m_table.heads[NearestBelow(bucket)];
+    while (last->nextInBucket != nullptr) {
+      last = last->nextInBucket;
+    }
+    return last;
   }
 
-  static SAssoc* LastOf(SAssoc* chain) noexcept {
-    while (chain->nextInBucket != nullptr) {
-      chain = chain->nextInBucket;
+  // Most often it is the very next one, which is seen sooner than the set is asked.
+  std::uint32_t NearestBelow(std::uint32_t bucket) const noexcept {
+    --bucket;
+    if (m_table.heads[bucket] == nullptr && m_table.occupied.IsKept()) {
+      return m_table.occupied.LastBelow(bucket);
     }
-    return chain;
+    while (m_table.heads[bucket] == nullptr) {
+      --bucket;
+    }
+    return bucket;
   }
 
   // Each bucket splits in two: the one of its number, and the one half the new table further on. They are filled side
   // by side, which visits each association once.
-  void Rehash(Table grown) noexcept {
-    const Table old = std::exchange(m_table, std::move(grown));
+  void Rehash(STable grown) noexcept {
+    const STable old = std::exchange(m_table, std::move(grown));
     const std::uint32_t oldSize = std::exchange(m_hashTableSize, m_hashTableSize * 2);
     SHalf lower;
     SHalf upper;
     for (std::uint32_t bucket = m_headBucket; bucket < oldSize; ++bucket) {
       SAssoc* lastOfLower = nullptr;
       SAssoc* lastOfUpper = nullptr;
-      for (SAssoc* association = old[bucket]; association != nullptr;) {
+      for (SAssoc* association = old.heads[bucket]; association != nullptr;) {
         SAssoc* moved = std::exchange(association, association->nextInBucket);
         const std::uint32_t target = BucketOf(moved->hash);
         SAssoc*& last = target == bucket ? lastOfLower : lastOfUpper;
         last = last != nullptr ? last : moved;
-        moved->next = m_table[target];
-        PushFront(moved, target);
+        moved->next = m_table.heads[target];
+        moved->nextInBucket = std::exchange(m_table.heads[target], moved);
       }
-      lower.Append(m_table[bucket], lastOfLower);
-      upper.Append(m_table[bucket + oldSize], lastOfUpper);
+      AppendBucket(lower, bucket, lastOfLower);
+      AppendBucket(upper, bucket + oldSize, lastOfUpper);
     }
     lower.Append(upper.first, upper.last);
     m_headBucket = BucketOf(lower.first->hash);
@@ -274,6 +288,13 @@ class CbMap {
     SAssoc* last = nullptr;  // its `next` is null
   };
 
+  void AppendBucket(SHalf& half, std::uint32_t bucket, SAssoc* last) noexcept {
+    if (last != nullptr) {
+      m_table.occupied.Insert(bucket);
+      half.Append(m_table.heads[bucket], last);
+    }
+  }
+
   void Unlink(SAssoc* removed, SAssoc* previousInChain) noexcept {
     const std::uint32_t bucket = BucketOf(removed->hash);
     if (previousInChain != nullptr) {
@@ -288,7 +309,10 @@ class CbMap {
     } else if (removed->nextInBucket == nullptr) {
       m_headBucket = BucketOf(removed->next->hash);
     }
-    m_table[bucket] = removed->nextInBucket;
+    m_table.heads[bucket] = removed->nextInBucket;
+    if (removed->nextInBucket == nullptr) {
+      m_table.occupied.Remove(bucket);
+    }
   }
 
   void Destroy(SAssoc* association) noexcept {
@@ -297,7 +321,7 @@ class CbMap {
   }
 
   Pool m_pool;
-  Table m_table;
+  STable m_table;
   std::uint32_t m_count = 0;
   std::uint32_t m_hashTableSize;
   std::uint32_t m_headBucket = kNoBucket;

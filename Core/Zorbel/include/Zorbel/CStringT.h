@@ -26,7 +26,7 @@ class CStringFormatError : public std::invalid_argument {
 /// A reference-counted string of `char` or `wchar_t`, copied on write. An object is one pointer wide, and that pointer
 /// is to its characters, so code that expects a `const C*` may read it as one.
 /// Texts of the other width are converted by the thread's ANSI code page; characters it lacks become its substitute.
-/// A null text is the empty one. Positions and lengths count characters of `C`; a position not found is -1.
+/// A null text is the empty one, whatever length goes with it, and a negative length is 0. Positions and lengths count characters of `C`; a position not found is -1.
 /// Throws: std::bad_alloc, std::length_error, and what is said at `Format`.
 /// Thread: copies that share their characters may be used, changed and destroyed on different threads; one object
 /// belongs to one thread at a time, as usual.
@@ -41,7 +41,7 @@ class CStringT {
   CStringT() noexcept : m_text(Nil()) {}
   CStringT(std::nullptr_t) noexcept : m_text(Nil()) {}
   CStringT(const C* text) : m_text(MakeText(ViewOf(text))) {}
-  CStringT(const C* text, int length) : m_text(MakeText(View(text, static_cast<std::size_t>(length)))) {}
+  CStringT(const C* text, int length) : m_text(MakeText(text != nullptr ? View(text, StartAt(length)) : View())) {}
   CStringT(const Other* text) : m_text(MakeText(Convert(text))) {}
   CStringT(const CStringT& other) noexcept : m_text(Share(other.m_text)) {}
   CStringT(CStringT&& other) noexcept : m_text(std::exchange(other.m_text, Nil())) {}
