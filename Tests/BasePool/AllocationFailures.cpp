@@ -123,6 +123,14 @@ TEST(CbMap, AllocatesNothingWithoutEntriesAndReusesTheStorageOfTheLastRemoved) {
   EXPECT_EQ(first, &map.SetAt("d"));
 }
 
+TEST(CStringT, GrowsToWhatIsNeededWhereThereIsNoMemoryForMore) {
+  CStringT<char> text = "1234";
+  const auto append = [&] { text += '5'; };
+  EXPECT_TRUE(Succeeds(0, append, ""));
+  EXPECT_EQ(text, "12345");
+  EXPECT_EQ(failedSize - 3, lastSize);  // room for 8 was not to be had
+}
+
 TEST(CbPlexManager, GrowsInBlocksByItsFactorOrOfItsFixedSize) {
   const auto expectBlocks = [](Pool pool, std::initializer_list<std::size_t> counts) {
     for (const std::size_t count : counts) {

@@ -44,6 +44,20 @@ TYPED_TEST(CString, CopiesShareTheirTextUntilOneChanges) {
   EXPECT_EQ(this->S("texttextxt"), moved);
   copy += static_cast<const TypeParam*>(nullptr);  // NOLINT(bugprone-use-after-move)
   EXPECT_TRUE(copy == nullptr && copy == CStringT<TypeParam>(nullptr) && copy.IsEmpty());
+  EXPECT_TRUE(CStringT<TypeParam>(nullptr, 4).IsEmpty() && CStringT<TypeParam>(longer, -1).IsEmpty());
+}
+
+TEST(CStringT, GrowsToTwiceItsLengthAsFarAsTextsGo) {
+  constexpr std::size_t kLongest = INT_MAX - 1;
+  const std::size_t cases[][3] = {{0, 1, 1},
+                                  {4, 5, 8},
+                                  {4, 9, 9},
+                                  {kLongest / 2, kLongest / 2 + 1, kLongest},
+                                  {kLongest - 1, kLongest, kLongest},
+                                  {kLongest, kLongest + 1, kLongest + 1}};
+  for (const auto& [length, needed, expected] : cases) {
+    EXPECT_EQ(expected, Zorbel::detail::GrownCapacity(length, needed)) << length;
+  }
 }
 
 TYPED_TEST(CString, ComparesCharacterByCharacter) {

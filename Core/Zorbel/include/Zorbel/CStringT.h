@@ -17,6 +17,19 @@
 #include <Zorbel/detail/CodePage.h>
 #include <Zorbel/detail/PrintFormat.h>
 
+namespace Zorbel::detail {
+
+inline constexpr std::size_t kLongestText = INT_MAX - 1;  // characters, apart from the terminator
+
+/// The capacity for a text of `length` characters that grows to `needed`: twice its length, so that appending one by
+/// one stays cheap, up to the longest text.
+constexpr std::size_t GrownCapacity(std::size_t length, std::size_t needed) {
+  const std::size_t doubled = length < kLongestText / 2 ? 2 * length : kLongestText;
+  return needed > doubled ? needed : doubled;
+}
+
+}  // namespace Zorbel::detail
+
 /// Raised by `CStringT::Format` for a null format, or one that cannot be carried out.
 class CStringFormatError : public std::invalid_argument {
  public:
@@ -26,7 +39,8 @@ class CStringFormatError : public std::invalid_argument {
 /// A reference-counted string of `char` or `wchar_t`, copied on write. An object is one pointer wide, and that pointer
 /// is to its characters, so code that expects a `const C*` may read it as one.
 /// Texts of the other width are converted by the thread's ANSI code page; characters it lacks become its substitute.
-/// A null text is the empty one, whatever length goes with it, and a negative length is 0. Positions and lengths count characters of `C`; a position not found is -1.
+/// A null text is the empty one, whatever length goes with it; a negative length counts as 0. Positions and lengths
+/// count characters of `C`; a position not found is -1. The longest text has `INT_MAX` - 1 characters.
 /// Throws: std::bad_alloc, std::length_error, and what is said at `Format`.
 /// Thread: copies that share their characters may be used, changed and destroyed on different threads; one object
 /// belongs to one thread at a time, as usual.
@@ -213,10 +227,22 @@ class CStringT {
   }
 
   static C* Allocate(std::size_t capacity) {
-    if (capacity > static_cast<std::size_t>(INT_MAX) - 1) {
+    if (capacity > Zorbel::detail::kLongestText) {
       throw std::length_error("string is too long");
     }
-    void* block = ::operator new(kTextOffset + (capacity + 1) * sizeof(C));
+    return MakeHead(::operator new(SizeFor(capacity)), capacity);
+  }
+
+  /// Where there is no memory for what further growth would like, what is needed has to do.
+  static C* AllocateToGrow(std::size_t length, std::size_t needed) {
+    const std::size_t wanted = Zorbel::detail::GrownCapacity(length, needed);
+    void* block = wanted > needed ? ::operator new(SizeFor(wanted), std::nothrow) : nullptr;
+    return block != nullptr ? MakeHead(block, wanted) : Allocate(needed);
+  }
+
+  static constexpr std::size_t SizeFor(std::size_t capacity) { return kTextOffset + (capacity + 1) * sizeof(C); }
+
+  static C* MakeHead(void* block, std::size_t capacity) noexcept {
     new (block) SHead{{1}, 0, static_cast<int>(capacity)};
     return reinterpret_cast<C*>(static_cast<char*>(block) + kTextOffset);
   }
@@ -264,7 +290,7 @@ class CStringT {
     } else if (!text.empty()) {
       const std::size_t needed = length + text.size();
       CStringT grown;
-      grown.m_text = Allocate(needed > 2 * length ? needed : 2 * length);
+      grown.m_text = AllocateToGrow(length, needed);
       SetText(grown.m_text, 0, Whole());
       SetText(grown.m_text, length, text);
       Swap(grown);
