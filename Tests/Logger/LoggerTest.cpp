@@ -149,16 +149,37 @@ TEST_F(Logger, TheDefaultSinkWritesUtf8ToStandardError) {
   EXPECT_TRUE(Contains(output, "warning " + id + " Test: bare\n")) << output;
 }
 
-TEST_F(Logger, ARotatingFileKeepsItsSizeAndTheLastOlderFiles) {
-  const fs::path path = m_folder / u8"\u00E9.log";
-  SetSink(RotatingFileSink(Utf8(path).c_str(), 150, 1));
+TEST_F(Logger, TheDefaultSinksEscapeWhatCouldForgeALineAndTheRecordKeepsIt) {
+  const std::wstring text = L"\n\r\t\x1B[m\x7F\x80\x9F\xA0\x2027\x2028\x2029\\n";
+  testing::internal::CaptureStderr();
+  SetSink([this, write = StandardErrorSink()](const SRecord& record) {
+    write(record);
+    m_records.push_back(record);
+  });
+  CLogger(L"a\nb").Error("c\x1B\n.cpp", 7, "F\r\xC2\x85\xE9", L"%s%c", text.c_str(), 0);
+  const std::string output = testing::internal::GetCapturedStderr();
+  const std::string kept = "\xC2\xA0\xE2\x80\xA7";
+  const std::string line =
+      R"(a\nb: \n\r\t\x1B[m\x7F\x80\x9F)" + kept + R"(\u2028\u2029\n\x00 (F\r\x85\xE9, c\x1B\n.cpp:7))";
+  EXPECT_TRUE(Contains(output, line + "\n")) << output;
+  EXPECT_EQ(text + L'\0', m_records.at(0).text);
+}
+
+TEST_F(Logger, ARotatingFileKeepsItsFolderItsSizeAndTheLastOlderFiles) {
+  const fs::path name = u8"logs/\u00E9.log";
+  const fs::path path = m_folder / name;
+  const fs::path before = fs::current_path();
+  fs::create_directories(m_folder);
+  fs::current_path(m_folder);
+  SetSink(RotatingFileSink(Utf8(name).c_str(), 150, 1));
+  fs::current_path(before);
   for (const wchar_t* text : {L"one", L"two", L"three", L"four", L"five"}) {
     LogError(text);
   }
   EXPECT_TRUE(FileContains(path, ": five ("));
-  EXPECT_TRUE(FileContains(m_folder / u8"\u00E9.1.log", ": four ("));
+  EXPECT_TRUE(FileContains(path.parent_path() / u8"\u00E9.1.log", ": four ("));
   EXPECT_LE(fs::file_size(path), 150U);
-  EXPECT_EQ(2, std::distance(fs::directory_iterator(m_folder), {}));
+  EXPECT_EQ(2, std::distance(fs::directory_iterator(path.parent_path()), {}));
 }
 
 TEST_F(Logger, ARotatingFileComesBackWhenItsFolderDoes) {
@@ -178,12 +199,13 @@ TEST_F(Logger, ARotatingFileComesBackWhenItsFolderDoes) {
 
 TEST_F(Logger, ARotatingFileThatCannotBeOpenedIsNamed) {
   std::ofstream(m_folder) << "no folder";
-  const std::string path = Utf8(m_folder / "a.log");
-  try {
-    RotatingFileSink(path.c_str(), 100, 1);
-    FAIL();
-  } catch (const std::runtime_error& failure) {
-    EXPECT_TRUE(Contains(failure.what(), path)) << failure.what();
+  for (const std::string& path : {Utf8(m_folder / "a.log"), std::string()}) {
+    try {
+      RotatingFileSink(path.c_str(), 100, 1);
+      FAIL();
+    } catch (const std::runtime_error& failure) {
+      EXPECT_TRUE(Contains(failure.what(), "Log file '" + path + "'")) << failure.what();
+    }
   }
 }
 

@@ -10,10 +10,11 @@ struct SChannel;
 /// Ownership: meant as a file-level static, one per source file; a logger is usable to the very end of the process,
 /// also by the destructors of static objects. Thread: every operation may be called from any thread at any time.
 ///
-/// `Info`, `Warn` and `Error` write nothing where the level is not enabled, and never throw: a line that cannot be
-/// built, or that the sink fails to write, is lost. `file` and `function` name the origin; null counts as empty.
-/// `format` is a printf format by the wide rules on every platform: `%s` takes a wide string, `%S` a narrow one, and
-/// `%I64u` an unsigned 64-bit integer. One that cannot be carried out becomes the text of the line itself.
+/// `Info` and `Warn` write nothing where their level is not enabled, `Error` only where the level is `kLevelOff`. They
+/// never throw: a line that cannot be built, or that the sink fails to write, is lost. `file` and `function` name the
+/// origin; null counts as empty. `format` is a printf format by the wide rules on every platform: `%s` takes a wide
+/// string, `%S` a narrow one, and `%I64u` an unsigned 64-bit integer. One that cannot be carried out becomes the text
+/// of the line itself.
 class CLogger {
  public:
   /// A null `channel` counts as the empty name. Throws: `std::bad_alloc`.
@@ -22,7 +23,8 @@ class CLogger {
   CLogger(const CLogger&) = delete;
   CLogger& operator=(const CLogger&) = delete;
 
-  /// Returns whether lines of `level` are written. Cheap: ask before building the arguments of a line.
+  /// Returns whether `level` is at or above that of the channel, and below `kLevelOff`. Cheap: ask before building the
+  /// arguments of a line.
   LOGGING_API bool IsLogLevelEnabled(int level) const noexcept;
 
   LOGGING_API void Info(const char* file, int line, const char* function, const wchar_t* format, ...) const noexcept;
