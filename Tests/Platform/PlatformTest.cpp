@@ -33,6 +33,12 @@ class File : public testing::Test {
   const fs::path m_folder = fs::temp_directory_path() / ("PlatformTest" + std::to_string(Platform::CurrentThreadId()));
 };
 
+std::wstring WhyNot(const std::string& path) {
+  std::wstring whyNot;
+  EXPECT_EQ(nullptr, Platform::LoadModule(path, &whyNot));
+  return whyNot;
+}
+
 }  // namespace
 
 TEST(Module, IsFoundByBareNameBesideTheProgramAndByPathWhateverTheCurrentFolder) {
@@ -43,10 +49,19 @@ TEST(Module, IsFoundByBareNameBesideTheProgramAndByPathWhateverTheCurrentFolder)
   EXPECT_EQ(module, Platform::LoadModule(plugin.string()));
   for (const char* missing : {"", "missing", "emptyplugin.", "missing/emptyplugin"}) {
     EXPECT_EQ(nullptr, Platform::LoadModule(missing)) << missing;
+    EXPECT_NE(L"", WhyNot(missing)) << missing;
   }
   if (::Test::kDotPathsGetNoExtension) {
     EXPECT_EQ(nullptr, Platform::LoadModule("./emptyplugin"));
   }
+}
+
+TEST(Module, ThatIsFoundButCannotBeLoadedIsToldRatherThanWhereItIsMissing) {
+  const fs::path broken = fs::path(EMPTY_PLUGIN).replace_filename("broken.txt");
+  std::ofstream(broken) << "text";
+  EXPECT_EQ(WhyNot(broken.string()), WhyNot("broken.txt"));
+  EXPECT_NE(WhyNot("missing.txt"), WhyNot("broken.txt"));
+  fs::remove(broken);
 }
 
 TEST(Module, GivesOnlyFunctionsOfItsOwnByTheirExactName) {

@@ -115,11 +115,17 @@ TEST_F(Registry, ReportsModulesThatCannotBeLoadedWithTheirPathAsWritten) {
   std::ofstream("notamodule.txt") << "text";
   for (const std::string path : {"nowhere/none", "none.dll", "./notamodule.txt", "n\xC3\xB6"}) {
     const std::string library = Library(path, Declared("b", "C"));
-    const std::wstring error = L"Could not load library '" +
-                               std::wstring(path == "n\xC3\xB6" ? L"n\u00F6" : std::wstring(path.begin(), path.end())) +
-                               L"'";
+    const std::wstring shown = path == "n\xC3\xB6" ? L"n\u00F6" : std::wstring(path.begin(), path.end());
+    const std::wstring error = L"Could not load library '" + shown + L"'";
     const CContainer container = LoadAll(library);
+    m_log.Clear();
     EXPECT_EQ(ErrorOf([&] { container.Exists("b"); }), error);
+    const std::vector<Logging::SRecord> lines = m_log.Records();
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].channel, L"Zorbel.Modules");
+    const std::wstring warning = L"Library '" + shown + L"' cannot be loaded: ";
+    EXPECT_TRUE(lines[0].text.starts_with(warning) && lines[0].text.size() > warning.size()) << path;
+    EXPECT_EQ(lines[1].text, error);
     EXPECT_EQ(Origin(), "Zorbel::CDynamicLibrary::CDynamicLibrary in Core/Zorbel/src/CDynamicLibrary");
     EXPECT_EQ(container.GetBean("b"), nullptr);
     EXPECT_EQ(ErrorOf([&] { LoadAll(Library(path, Declared("b", "C", Provides("INone")))); }), error);

@@ -1,6 +1,7 @@
 #include "CDynamicLibrary.h"
 
 #include "ModuleStamp.h"
+#include "Platform/CodePage.h"
 #include "Platform/Module.h"
 #include "Raise.h"
 
@@ -10,9 +11,25 @@ namespace {
 constexpr const char* kLibraryFile = "Core/Zorbel/src/CDynamicLibrary";
 constexpr const char* kConstructor = "Zorbel::CDynamicLibrary::CDynamicLibrary";
 
+// Its own channel: what the loader says differs from system to system.
+const Logging::CLogger logger(L"Zorbel.Modules");
+
+void* LoadModule(const char* path) {
+  if (!logger.IsLogLevelEnabled(Internal::ELogLevel::warning)) {
+    return Platform::LoadModule(path);
+  }
+  std::wstring whyNot;
+  void* module = Platform::LoadModule(path, &whyNot);
+  if (module == nullptr) {
+    logger.Warn(kLibraryFile, __LINE__, kConstructor, L"Library '%s' cannot be loaded: %s",
+                Platform::Utf8ToWideLossy(path).c_str(), whyNot.c_str());
+  }
+  return module;
+}
+
 }  // namespace
 
-CDynamicLibrary::CDynamicLibrary(const char* path) : m_module(Platform::LoadModule(path)), m_path(path) {
+CDynamicLibrary::CDynamicLibrary(const char* path) : m_module(LoadModule(path)), m_path(path) {
   if (m_module == nullptr) {
     Internal::Raise({kLibraryFile, kConstructor}, L"Could not load library '%s'", Utf8ToUtf16(m_path));
   }
