@@ -410,4 +410,8 @@ TEST_F(DeclaredClass, OfAModuleIsFoundWithItsInterfaceAndItsStampChecked) {
   EXPECT_NE(error.find(L", Zorbel 9.8.7, "), std::wstring::npos);
   EXPECT_NE(error.find(L"; library: interface 1, "), std::wstring::npos);
   EXPECT_EQ(Origin(), "Zorbel::CDynamicLibrary::CDynamicLibrary in Core/Zorbel/src/CDynamicLibrary");
+
+  const std::string shorter = "<zorbel><library path='shortstamp'><beans>" + Bean("C") + "</beans></library></zorbel>";
+  EXPECT_EQ(ErrorOf([&] { Zorbel::CContainer(shorter.c_str(), false).Exists("b"); }),
+            L"Getting wrapper maker failed for class 'C'");
 }

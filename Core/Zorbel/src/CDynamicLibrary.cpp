@@ -34,7 +34,7 @@ CDynamicLibrary::CDynamicLibrary(const char* path) : m_module(LoadModule(path)),
     Internal::Raise({kLibraryFile, kConstructor}, L"Could not load library '%s'", Utf8ToUtf16(m_path));
   }
   if (const void* stamp = Platform::FindFunction(m_module, Kit::kStampName)) {
-    WelcomeModule(*static_cast<const Kit::SModuleStamp*>(stamp));
+    WelcomeModule(Internal::KnownPartOf(stamp));
   }
 }
 

@@ -11,13 +11,7 @@ using Kit::SModuleStamp;
 
 constexpr SModuleStamp kOwnStamp = Kit::MakeStamp();
 
-// A stamp of other code may be shorter, and its texts need not end.
-SModuleStamp KnownPartOf(const SModuleStamp& stamp) {
-  SModuleStamp known{};
-  std::memcpy(&known, &stamp, std::min<std::size_t>(stamp.size, sizeof known));
-  return known;
-}
-
+// The texts of other code's stamps need not end.
 template <std::size_t n>
 std::string Text(const char (&text)[n]) {
   return {text, static_cast<std::size_t>(std::find(text, text + n, '\0') - text)};
@@ -31,8 +25,17 @@ std::string Text(const SModuleStamp& stamp) {
 
 }  // namespace
 
-std::string WhyStampDoesNotFit(const SModuleStamp& stamp) {
-  const SModuleStamp known = KnownPartOf(stamp);
+SModuleStamp KnownPartOf(const void* stamp) {
+  SModuleStamp known{};
+  std::memcpy(&known.size, stamp, sizeof known.size);
+  std::memcpy(&known, stamp, std::min<std::size_t>(known.size, sizeof known));
+  if (known.size < sizeof known) {
+    known.registerInterfaces = nullptr;  // half an address is none
+  }
+  return known;
+}
+
+std::string WhyStampDoesNotFit(const SModuleStamp& known) {
   const bool fits = known.binaryInterface == kOwnStamp.binaryInterface &&
                     known.wideCharacterBits == kOwnStamp.wideCharacterBits &&
                     Text(known.classModel) == Text(kOwnStamp.classModel);

@@ -6,7 +6,11 @@
 
 namespace Zorbel::Internal {
 
-/// Returns why a module with the stamp cannot be used by this library; empty when it can.
-std::string WhyStampDoesNotFit(const Kit::SModuleStamp& stamp);
+/// Returns as much of a module's stamp as it says there is, the rest zero: other code's may be shorter than this one's.
+Kit::SModuleStamp KnownPartOf(const void* stamp);
+
+/// Returns why a module with the stamp, of which this is the known part, cannot be used by this library; empty when it
+/// can.
+std::string WhyStampDoesNotFit(const Kit::SModuleStamp& known);
 
 }  // namespace Zorbel::Internal
