@@ -74,7 +74,8 @@ TEST(Module, GivesOnlyFunctionsOfItsOwnByTheirExactName) {
 }
 
 TEST(TextDetection, TellsUtf16FromOtherBytes) {
-  for (const std::string& text : {"\xFF\xFE<\0"s, "<\0z\0/\0>\0"s, "<\0!\0-\0-\0\0\x30"s}) {  // the last one has U+3000
+  for (const std::string& text :
+       {"\xFF\xFE<\0"s, "\xEF\xFF<\0z\0/\0>\0"s, "<\0z\0/\0>\0"s, "<\0!\0-\0-\0\0\x30"s}) {  // the last one has U+3000
     EXPECT_TRUE(Platform::IsUtf16Text(text)) << testing::PrintToString(text);
   }
   for (const std::string& text : {""s, "<"s, "<z/>"s, "\xEF\xBB\xBF<z/>"s, "<\0z\0>"s, "<\0\0\0z\0\0\0"s}) {

@@ -138,7 +138,7 @@ TEST_F(Loading, ReadsTheEncodingsOfFiles) {
   const std::string text = Document(Bean("C"));
   // An odd number of bytes is UTF-16 for no system.
   const std::string kFiles[] = {"\xEF\xBB\xBF" + text, text + '\0' + (text.size() % 2 == 0 ? "<<" : "<"),
-                                Utf16(text, "\xFF\xFE"), Utf16(text, "")};
+                                Utf16(text, "\xFF\xFE"), Utf16(text, "\xEF\xFF"), Utf16(text, "")};
   for (const std::string& file : kFiles) {
     Write("file.xml", file);
     EXPECT_TRUE(Zorbel::CContainer(Name("file.xml").c_str(), false).Exists("b"));

@@ -5,7 +5,7 @@
 namespace Platform {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xFF\xFE";
+constexpr std::string_view kMarks[] = {"\xFF\xFE", "\xEF\xFF"};  // the second is no byte-order mark, but in use
 
 bool HasZeroUnit(std::string_view bytes) {
   for (std::size_t i = 0; i < bytes.size(); i += 2) {
@@ -21,8 +21,10 @@ bool HasZeroUnit(std::string_view bytes) {
 // Without a mark, markup shows: its first character has a zero high byte. No text has a zero unit; binary data has, and
 // so have characters of 32 bits.
 bool IsUtf16Text(std::string_view bytes) {
-  if (bytes.starts_with(kByteOrderMark)) {
-    return true;
+  for (const std::string_view mark : kMarks) {
+    if (bytes.starts_with(mark)) {
+      return true;
+    }
   }
   if (bytes.size() < 2 || bytes.size() % 2 != 0) {
     return false;
