@@ -12,7 +12,10 @@
 namespace Zorbel::Literal {
 namespace {
 
-constexpr std::wstring_view kWhiteSpace = L" \t\n\v\f\r";
+// ASCII's, next line, and the spaces and line ends of Unicode; no locale adds to them.
+constexpr std::wstring_view kWhiteSpace =
+    L" \t\n\v\f\r\u0085\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009\u200A"
+    L"\u2028\u2029\u202F\u205F\u3000";
 
 struct SSignedText {
   bool negative;

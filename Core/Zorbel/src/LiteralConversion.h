@@ -3,7 +3,8 @@
 #include <Zorbel/CStringT.h>
 
 /// The rules by which configured texts become literal values. Numbers never fail: what is no number gives 0, and text
-/// behind a number is ignored. Only "true" and "false" have to be exact.
+/// behind a number is ignored. White space before a number is skipped, Unicode's too; digits are ASCII. Only "true" and
+/// "false" have to be exact.
 namespace Zorbel::Literal {
 
 /// Throws: `CException` when the text is neither "true" nor "false".
