@@ -4,6 +4,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <string>
 #include <thread>
 
@@ -119,14 +120,20 @@ TEST_F(File, IsResolvedToOneTextWhateverItsName) {
 }
 
 TEST(Uuid, IsLowerCaseTextAndNewEachTime) {
-  std::string first;
-  std::string second;
-  ASSERT_TRUE(Platform::CreateUuidText(first) && Platform::CreateUuidText(second));
-  EXPECT_NE(first, second);
-  for (char& c : first) {
-    c = "0123456789abcdef"s.find(c) != std::string::npos ? 'x' : c;
+  constexpr std::size_t kCount = 300;  // more than are drawn together
+  std::set<std::string> texts;
+  for (std::size_t i = 0; i < kCount; ++i) {
+    std::string text;
+    ASSERT_TRUE(Platform::CreateUuidText(text));
+    texts.insert(text);
+    EXPECT_EQ("4", text.substr(14, 1));  // the version
+    EXPECT_EQ(19U, text.find_first_of("89ab", 19)) << text;
+    for (char& c : text) {
+      c = "0123456789abcdef"s.find(c) != std::string::npos ? 'x' : c;
+    }
+    EXPECT_EQ("xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx", text);
   }
-  EXPECT_EQ("xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx", first);
+  EXPECT_EQ(kCount, texts.size());
 }
 
 TEST(Clock, CountsAtItsFrequency) {
