@@ -4,6 +4,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <set>
 #include <string>
 #include <thread>
@@ -15,6 +16,7 @@
 #include "Platform/TextDetection.h"
 #include "Platform/Thread.h"
 #include "Platform/Uuid.h"
+#include "Support/SmallStack.h"
 
 namespace fs = std::filesystem;
 using namespace std::string_literals;
@@ -38,6 +40,12 @@ std::wstring WhyNot(const std::string& path) {
   std::wstring whyNot;
   EXPECT_EQ(nullptr, Platform::LoadModule(path, &whyNot));
   return whyNot;
+}
+
+std::size_t RemainingBelow(std::size_t frames) {
+  volatile char used[1024] = {};
+  const std::size_t remaining = frames == 0 ? Platform::RemainingStack() : RemainingBelow(frames - 1);
+  return remaining + static_cast<std::size_t>(used[0]);
 }
 
 }  // namespace
@@ -72,6 +80,21 @@ TEST(Module, GivesOnlyFunctionsOfItsOwnByTheirExactName) {
   for (const char* missing : {"pluginversion", "", "malloc"}) {  // the last one is of a library that it depends on
     EXPECT_EQ(nullptr, Platform::FindFunction(module, missing)) << missing;
   }
+}
+
+TEST(StackThreads, HaveAsMuchAsTheyWereGivenAndLessInDeeperFrames) {
+  constexpr std::size_t kSize = 256 * 1024;
+  std::size_t first = 0;
+  std::size_t deeper = 0;
+  ::Test::RunOnThread(kSize, [&] {
+    first = Platform::RemainingStack();
+    deeper = RemainingBelow(32);
+  });
+  EXPECT_LT(first, kSize);
+  EXPECT_GT(first, kSize / 2);
+  EXPECT_LE(deeper + 32 * 1024, first);
+  EXPECT_GT(Platform::RemainingStack(), kSize);
+  EXPECT_NE(Platform::RemainingStack(), std::numeric_limits<std::size_t>::max());
 }
 
 TEST(TextDetection, TellsUtf16FromOtherBytes) {
