@@ -2,7 +2,10 @@
 
 #include <climits>
 #include <cstdint>
+#include <cstdlib>
+#include <map>
 #include <optional>
+#include <set>
 #include <stdexcept>
 
 #include "Beans.h"
@@ -107,6 +110,12 @@ struct CDoor {
 
 std::unique_ptr<IPart> MakeHiddenPart() { return std::make_unique<CPart>("hidden"); }
 
+/// Counts how often it is asked for its text.
+struct SAskedError : std::exception {
+  const char* what() const noexcept override { return ++asked, "asked"; }
+  static inline int asked = 0;
+};
+
 class Ambiguous {
  public:
   void Set(const char*) {}
@@ -154,6 +163,7 @@ ZORBEL_CLASS(kit, CWhole) {
   Method("Fail", &Class::Fail);
   Method("FailOddly", &Class::FailOddly);
   Method("StopPart", [](kit::CPart& part) { part.Stop(); });
+  Method("FailAsked", [](Class&) { throw kit::SAskedError(); });
   Method("FailPart", [](kit::CPart&) { throw std::runtime_error("at exit"); });
 }
 
@@ -163,6 +173,17 @@ ZORBEL_CLASS(kit, Ambiguous) {
 }
 
 namespace {
+
+/// Uses a declared class when all that tests made in functions is gone.
+struct SAtExit {
+  ~SAtExit() {
+    const std::unique_ptr<Zorbel::IBeanWrapper> wrapper(create_kit_CWhole_Wrapper());
+    if (wrapper->GetClassName() != std::string("kit::CWhole")) {
+      std::abort();
+    }
+  }
+};
+const SAtExit atExit;
 
 class DeclaredClass : public Beans {
  protected:
@@ -293,6 +314,7 @@ TEST_F(DeclaredClass, TellsWhyACallIsNotMade) {
        "Method 'Fail'" + of + " cannot be called on a '" + part + "'",
        "Init method of class 'kit::CWhole' does not exist or is not valid"},
   };
+  std::map<std::string, std::set<int>> places;  // lines that speak, by file
   for (const auto& [attributes, content, reason, warning] : kFailures) {
     const Zorbel::CContainer container = Load(Whole(attributes, content));
     container.GetBean("part");
@@ -305,7 +327,18 @@ TEST_F(DeclaredClass, TellsWhyACallIsNotMade) {
     WideLines expectedLines{Zorbel::Kit::Decoded(reason).GetString(), Zorbel::Kit::Decoded(warning).GetString()};
     expectedLines.erase(expectedLines.begin(), expectedLines.begin() + (reason.empty() ? 1 : 0));
     EXPECT_EQ(lines, expectedLines);
+    for (const Logging::SRecord& line : m_log.Records()) {
+      const bool ofTheKit = Zorbel::Kit::Decoded(reason).GetString() == line.text;
+      EXPECT_EQ(line.channel, ofTheKit ? L"Zorbel.Kit" : L"Zorbel") << reason;
+      if (ofTheKit) {
+        places[line.file].insert(line.line);
+      }
+    }
     m_log.Clear();
+  }
+  EXPECT_EQ(places.size(), 3U);
+  for (const char* header : {"ClassRecord", "ClassWrapper", "Overloads"}) {
+    EXPECT_EQ(places[std::string("Zorbel/detail/") + header].size(), 2U) << header;
   }
   Load(Bean("kit::CPlain' autoname='true", Constructed(Values({{"int", "7"}})))).GetBean("b");
   EXPECT_EQ(
@@ -315,6 +348,14 @@ TEST_F(DeclaredClass, TellsWhyACallIsNotMade) {
   EXPECT_EQ(
       ErrorOf([] { Load(Bean("kit::Ambiguous")).Exists("b"); }),
       L"Method 'Set' of class 'kit::Ambiguous' is declared twice with 1 parameters that a call cannot tell apart");
+}
+
+TEST_F(DeclaredClass, BuildsNoLineThatIsNotWritten) {
+  for (const int level : {Logging::kLevelError, Logging::kLevelWarning}) {
+    Logging::SetLevel(L"Zorbel.Kit", level);
+    Load(Bean("kit::CWhole' init-method='FailAsked")).GetBean("b");
+    EXPECT_EQ(kit::SAskedError::asked, level == Logging::kLevelWarning ? 1 : 0);
+  }
 }
 
 TEST_F(DeclaredClass, ReportsItsParameterTypesToTools) {

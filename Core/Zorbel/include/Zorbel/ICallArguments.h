@@ -25,7 +25,7 @@ class ZORBEL_INTERFACE ICallArguments {
 };
 
 /// Returns what tells the types of arguments; null when the library does not.
-inline const ICallArguments* CallArguments() {
+ZORBEL_LOCAL inline const ICallArguments* CallArguments() {
   static const auto* const known = dynamic_cast<const ICallArguments*>(&GetLocalLibrary());
   return known;
 }

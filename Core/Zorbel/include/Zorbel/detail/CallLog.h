@@ -11,8 +11,10 @@
 #endif
 
 #include <Logging/CLogger.h>
+#include <Logging/Logging.h>
 #include <Zorbel/CException.h>
 #include <Zorbel/CStringT.h>
+#include <Zorbel/Export.h>
 #include <Zorbel/ObjectCast.h>
 #include <Zorbel/detail/Utf8.h>
 
@@ -37,12 +39,28 @@ inline std::string ClassNameOf(const IObject& object) {
   return TypeName(carrier != nullptr ? carrier->GetBeanType() : typeid(object));
 }
 
-/// Writes a line. `text` is called for it, and may fail as well: without memory there is no line.
+/// Where a line comes from: the header, the line in it that gives this, and the operation of the interface.
+struct SPlace {
+  const char* file;
+  int line;
+  const char* function;
+};
+
+/// The module's logger for lines of the kit, which have a channel of their own. It serves to the very end of the
+/// process, as exit methods may run there.
+ZORBEL_LOCAL inline const Logging::CLogger& CallLogger() {
+  static const Logging::CLogger logger(L"Zorbel.Kit");
+  return logger;
+}
+
+/// Writes a line. `text` is called where it is written, and may fail as well: without memory there is no line.
 template <class F>
-void Warn(const char* function, F text) noexcept {
+void Warn(const SPlace& place, F text) noexcept {
   try {
-    const CStringT<wchar_t> line = Decoded(text());
-    Logging::CLogger(L"Zorbel").Warn("Zorbel/detail/CallLog", __LINE__, function, L"%s", line.GetString());
+    const Logging::CLogger& logger = CallLogger();
+    if (logger.IsLogLevelEnabled(Logging::kLevelWarning)) {
+      logger.Warn(place.file, place.line, place.function, L"%s", Decoded(text()).GetString());
+    }
   } catch (...) {
     return;
   }
@@ -64,10 +82,10 @@ inline CStringT<wchar_t> CurrentExceptionText() {
 }
 
 /// Writes what was thrown by `called`, an operation of the class.
-inline void WarnOfException(const char* function, const char* called, const std::string& name,
+inline void WarnOfException(const SPlace& place, const char* called, const char* name,
                             const std::string& className) noexcept {
-  Warn(function, [&] {
-    return Decoded(called + (" '" + name + "' of class '" + className + "' threw exception: ")) +
+  Warn(place, [&] {
+    return Decoded(std::string(called) + " '" + name + "' of class '" + className + "' threw exception: ") +
            CurrentExceptionText();
   });
 }

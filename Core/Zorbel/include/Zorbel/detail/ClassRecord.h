@@ -41,15 +41,17 @@ struct SClass {
   COverloads<Method> methods{"Method", name};
 };
 
+inline constexpr const char* kClassRecordFile = "Zorbel/detail/ClassRecord";
 inline constexpr const char* kCreation = "Zorbel::IBeanWrapper::CreateInstance";
 
 /// Returns what the class declares, which is asked once.
 template <class Declaration>
 std::shared_ptr<const SClass> Describe() {
-  static const std::shared_ptr<const SClass> described = [] {
+  // Never destroyed: destructors of static objects may ask for beans, when what was made in functions is gone already.
+  static const auto& described = *[] {
     auto declared = std::make_shared<SClass>(Declaration::kClassName);
     Declaration(*declared).Declare();
-    return declared;
+    return new std::shared_ptr<const SClass>(std::move(declared));
   }();
   return described;
 }
@@ -91,7 +93,7 @@ inline bool CallOn(const char* origin, const SClass& described, const SFunction<
                    IObject* object, const CArguments& arguments) {
   const bool called = method.call(object, arguments);
   if (!called) {
-    Warn(origin,
+    Warn({kClassRecordFile, __LINE__, origin},
          [&] { return described.methods.Text(method.name) + " cannot be called on a '" + ClassNameOf(*object) + "'"; });
   }
   return called;
@@ -102,7 +104,7 @@ inline void RunExit(const SClass& described, const SFunction<SClass::Method>& me
   try {
     CallOn(kExit, described, method, object, CArguments(nullptr));
   } catch (...) {
-    WarnOfException(kExit, "Exit method", method.name, described.name);
+    WarnOfException({kClassRecordFile, __LINE__, kExit}, "Exit method", method.name.c_str(), described.name);
   }
 }
 
@@ -117,7 +119,7 @@ inline bool FindExit(const SCreation& creation, const std::vector<std::shared_pt
       return true;
     }
   }
-  Warn(kCreation, [&] {
+  Warn({kClassRecordFile, __LINE__, kCreation}, [&] {
     return "Exit method '" + name + "' of class '" + candidates.front()->name + "' does not exist or takes arguments";
   });
   return false;

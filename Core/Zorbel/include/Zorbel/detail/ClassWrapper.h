@@ -14,6 +14,8 @@
 
 namespace Zorbel::Kit {
 
+inline constexpr const char* kClassWrapperFile = "Zorbel/detail/ClassWrapper";
+
 inline void FillTypes(std::vector<std::string>& types, const std::vector<SParameter>& parameters) {
   for (const SParameter& parameter : parameters) {
     types.push_back(parameter.typeName);
@@ -39,7 +41,7 @@ class CClassWrapper final : public IBeanWrapper {
     try {
       return creator->call({m_class, exitMethod, dependencies}, values);
     } catch (...) {
-      WarnOfException(kCreation, "Creation method", method, m_class->name);
+      WarnOfException({kClassWrapperFile, __LINE__, kCreation}, "Creation method", method, m_class->name);
       throw;
     }
   }
@@ -52,7 +54,7 @@ class CClassWrapper final : public IBeanWrapper {
     try {
       return found != nullptr && CallOn(kCall, *m_class, *found, object, values);
     } catch (...) {
-      WarnOfException(kCall, "Method", method, m_class->name);
+      WarnOfException({kClassWrapperFile, __LINE__, kCall}, "Method", method, m_class->name);
       throw;
     }
   }

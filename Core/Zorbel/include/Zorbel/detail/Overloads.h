@@ -16,6 +16,8 @@
 
 namespace Zorbel::Kit {
 
+inline constexpr const char* kOverloadsFile = "Zorbel/detail/Overloads";
+
 /// The arguments of one call, with their types where the container tells them.
 class CArguments {
  public:
@@ -65,7 +67,7 @@ class COverloads {
         const std::string text = Text(function.name) + " is declared twice with " +
                                  std::to_string(function.parameters.size()) +
                                  " parameters that a call cannot tell apart";
-        throw CException("Zorbel/detail/Overloads", __LINE__, "Zorbel::CDeclaration", Decoded(text));
+        throw CException(kOverloadsFile, __LINE__, "Zorbel::CDeclaration", Decoded(text));
       }
     }
     m_functions.push_back(std::move(function));
@@ -82,7 +84,7 @@ class COverloads {
   const Function* Expect(const char* origin, const std::string& name, std::size_t count) const {
     const Function* found = Find(name, count);
     if (found == nullptr) {
-      Warn(origin, [&] { return WhyNone(name, count); });
+      Warn({kOverloadsFile, __LINE__, origin}, [&] { return WhyNone(name, count); });
     }
     return found;
   }
@@ -108,7 +110,7 @@ class COverloads {
         closest = &function;
       }
     }
-    Warn(origin, [&] { return WhyNot(*closest, arguments[fitting], fitting); });
+    Warn({kOverloadsFile, __LINE__, origin}, [&] { return WhyNot(*closest, arguments[fitting], fitting); });
     return nullptr;
   }
 
