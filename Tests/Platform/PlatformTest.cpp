@@ -117,18 +117,25 @@ TEST(CodePage, TakesUtf16WithASubstituteForWhatItLacks) {
   EXPECT_EQ("", text);
 }
 
-TEST_F(File, IsReadWholeAndUnchangedWithEitherSeparator) {
+TEST_F(File, IsReadWholeAndUnchangedUpToTheLimitWithEitherSeparator) {
   std::string content = "a\r\n\0\x1A\xFF"s;
   content.append(200'000, 'x');
   Write(u8"sub/gr\u00FC\u00DF.xml", content);
   Write(L"empty", "");
-  EXPECT_EQ(content, Platform::ReadFile(Name(L"sub\\gr\u00FC\u00DF.xml")));
-  EXPECT_EQ(content, Platform::ReadFile(Name(L"sub/gr\u00FC\u00DF.xml")));
-  EXPECT_EQ("", Platform::ReadFile(Name(L"empty")));
+  const auto read = [](const std::wstring& name, std::size_t limit) {
+    std::string result = "rest";
+    const Platform::EReading reading = Platform::ReadFile(name, limit, result);
+    return reading == Platform::EReading::kDone ? result : reading == Platform::EReading::kFailed ? "failed" : "large";
+  };
+  EXPECT_EQ(content, read(Name(L"sub\\gr\u00FC\u00DF.xml"), content.size()));
+  EXPECT_EQ(content, read(Name(L"sub/gr\u00FC\u00DF.xml"), 1'000'000));
+  EXPECT_EQ("large", read(Name(L"sub/gr\u00FC\u00DF.xml"), content.size() - 1));
+  EXPECT_EQ("", read(Name(L"empty"), 0));
+  EXPECT_EQ(fs::exists("/dev/zero") ? "large" : "failed", read(L"/dev/zero", 100'000));
   for (const wchar_t* unreadable : {L"missing", L"sub", L"sub/", L"empty/x"}) {
-    EXPECT_EQ(std::nullopt, Platform::ReadFile(Name(unreadable))) << unreadable;
+    EXPECT_EQ("failed", read(Name(unreadable), 1'000'000)) << unreadable;
   }
-  EXPECT_EQ(std::nullopt, Platform::ReadFile(L""));
+  EXPECT_EQ("failed", read(L"", 1));
 }
 
 TEST_F(File, IsResolvedToOneTextWhateverItsName) {

@@ -61,12 +61,15 @@ TEST_F(Loading, NamesTheFileThatCannotBeRead) {
   Write("outer.xml", {"sub/inner.xml"}, "o");
   Write("sub/inner.xml", {"../missing.xml"}, "i");
   Write("absolute.xml", {"/empty.xml"}, "a");
+  Write("large.xml", "<zorbel/>");
+  fs::resize_file(m_folder / "large.xml", 1'073'741'825);
   const auto parseError = [&](const std::string& name, const std::wstring& place) {
     return L"Error while parsing file '" + Name(name) + L"': Error when parssing 'zorbel'" + place + L".";
   };
   const std::pair<std::string, std::wstring> kErrors[] = {
       {"missing.xml", L"File '" + Name("missing.xml") + L"' not found"},
       {"sub", L"File '" + Name("sub") + L"' not found"},
+      {"large.xml", L"File '" + Name("large.xml") + L"' is larger than 1073741824 bytes"},
       {"empty.xml", parseError("empty.xml", L"")},
       {"broken.xml", parseError("broken.xml", L" at line 2, column 11")},
       {"none.xml", parseError("none.xml", L"")},

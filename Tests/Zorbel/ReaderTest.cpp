@@ -100,6 +100,8 @@ TEST_F(Reader, RefusesADocumentForItsFirstMistake) {
       {For("first='0' last='2000000000' inc='1500000000'"), endless, "ParseContainer"},
       {For("first='1' last='1000001'"), tooLong, "ParseContainer"},
       {"<foreach substitute='n' set='" + std::string(1'000'000, '|') + "x'/>", tooLong, "ParseContainer"},
+      {Nested(4, "<for substitute='n' first='1' last='1000000'/>", "<foreach substitute='v'><bean/></foreach>", ""),
+       "Configuration runs more than 4000000 loop passes", "ParseContainer"},
       {Foreach("a", "100%"), "Invalid substitution pattern", "Substitute"},
       {Foreach("50%", "%v%"), "Invalid substitution pattern", "Substitute"},
       {Foreach("a", "%V%"), "Missing substitution", "Substitute"},

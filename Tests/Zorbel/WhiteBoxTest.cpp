@@ -4,6 +4,7 @@
 #include "CBeanFactoryImpl.h"
 #include "LiteralConversion.h"
 #include "LiveInstances.h"
+#include "SLoad.h"
 #include "Together.h"
 
 using namespace Test;
@@ -14,6 +15,7 @@ using LiveInstances = Beans;
 using LiveInstancesThreads = Beans;
 using Factory = Beans;
 using LiteralConversion = Beans;
+using WholeLoad = Beans;
 using Numbers = std::pair<std::uint64_t, std::uint64_t>;  // live and created instances
 
 Numbers NumbersOf(const char* bean) {
@@ -78,4 +80,21 @@ TEST_F(LiteralConversion, SkipsWhiteSpaceBeforeNumbersOnly) {
     EXPECT_EQ(Zorbel::Literal::ToUnsigned(text.c_str()), 0U) << other;
     EXPECT_EQ(Zorbel::Literal::ToDouble(text.c_str()), 0.0) << other;
   }
+}
+
+TEST_F(WholeLoad, EndsWithTheFileOrPassBeyondItsLimit) {
+  Zorbel::Internal::SLoad load;
+  const auto count = [&load](auto method, unsigned int times) {
+    return ErrorOf([&] {
+      for (; times > 0; --times) {
+        (load.*method)();
+      }
+    });
+  };
+  using Zorbel::Internal::SLoad;
+  EXPECT_EQ(count(&SLoad::CountFile, 100'000), L"no error");
+  EXPECT_EQ(count(&SLoad::CountPass, 4'000'000), L"no error");
+  EXPECT_EQ(count(&SLoad::CountFile, 1), L"Configuration reads more than 100000 files");
+  EXPECT_EQ(Origin(), "Zorbel::CXMLResource::CXMLResource in Core/Zorbel/src/CXMLResource");
+  EXPECT_EQ(count(&SLoad::CountPass, 1), L"Configuration runs more than 4000000 loop passes");
 }

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "LimitedReading.h"
 #include "Platform/Utf8.h"
 
 namespace Platform {
@@ -18,24 +19,19 @@ std::string DiskName(const std::wstring& name) {
   return result;
 }
 
-bool IsFolder(std::FILE* file) {
+// Devices and pipes have no size.
+std::uint64_t SizeOf(std::FILE* file) {
   struct stat status {};
-  return fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode);
+  const bool known = fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode);
+  return known ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
 }  // namespace
 
-std::optional<std::string> ReadFile(const std::wstring& name) {
+// A folder can be opened, but not read.
+EReading ReadFile(const std::wstring& name, std::size_t limit, std::string& content) {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(DiskName(name).c_str(), "rb"), &std::fclose);
-  if (!file || IsFolder(file.get())) {
-    return std::nullopt;
-  }
-  std::string content;
-  char buffer[64 * 1024];
-  while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get())) {
-    content.append(buffer, count);
-  }
-  return std::ferror(file.get()) ? std::nullopt : std::optional(std::move(content));
+  return file ? ReadLimited(file.get(), SizeOf(file.get()), limit, content) : EReading::kFailed;
 }
 
 std::wstring ResolveFileName(const std::wstring& name) {

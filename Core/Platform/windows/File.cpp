@@ -1,8 +1,11 @@
 #include "Platform/File.h"
 
+#include <sys/stat.h>
+
 #include <cstdio>
 #include <memory>
 
+#include "LimitedReading.h"
 #include "WindowsApi.h"
 
 namespace Platform {
@@ -13,20 +16,22 @@ struct SHandleCloser {
   void operator()(HANDLE handle) const { CloseHandle(handle); }
 };
 
+// Devices and pipes have no size.
+std::uint64_t SizeOf(std::FILE* file) {
+  struct _stat64 status {};
+  const bool known = _fstat64(_fileno(file), &status) == 0 && (status.st_mode & _S_IFREG) != 0;
+  return known ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
 }  // namespace
 
-std::optional<std::string> ReadFile(const std::wstring& name) {
+EReading ReadFile(const std::wstring& name, std::size_t limit, std::string& content) {
   std::FILE* opened = nullptr;
   if (_wfopen_s(&opened, name.c_str(), L"rb") != 0 || opened == nullptr) {
-    return std::nullopt;
+    return EReading::kFailed;
   }
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(opened, &std::fclose);
-  std::string content;
-  char buffer[64 * 1024];
-  while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get())) {
-    content.append(buffer, count);
-  }
-  return std::ferror(file.get()) ? std::nullopt : std::optional(std::move(content));
+  return ReadLimited(opened, SizeOf(opened), limit, content);
 }
 
 // The system tells the name as it is on disk, whatever the letter case and the separators of the one given.

@@ -6,15 +6,17 @@
 #include "Platform/File.h"
 #include "Platform/Thread.h"
 #include "Raise.h"
+#include "SLoad.h"
 #include "XmlChildren.h"
 #include "XmlFile.h"
 
 namespace Zorbel {
 namespace {
 
+using Internal::kResourceConstructor;
 using Internal::kResourceFile;
+using Internal::SLoad;
 
-constexpr const char* kConstructor = "Zorbel::CXMLResource::CXMLResource";
 constexpr const char* kRootName = "zorbel";
 
 std::wstring ParseErrorText(const XMLResults& results) {
@@ -38,10 +40,14 @@ XMLNode ParseFile(const wchar_t* fileName) {
   XMLResults results{};
   XMLNode root = Internal::ParseXmlFile(fileName, kRootName, results);
   if (results.error == eXMLErrorFileNotFound) {
-    Internal::Raise({kResourceFile, kConstructor}, L"File '%s' not found", std::wstring(fileName));
+    Internal::Raise({kResourceFile, kResourceConstructor}, L"File '%s' not found", std::wstring(fileName));
+  }
+  if (results.error == eXMLErrorFileTooLarge) {
+    Internal::Raise({kResourceFile, kResourceConstructor}, L"File '%s' is larger than 1073741824 bytes",
+                    std::wstring(fileName));
   }
   if (results.error != eXMLErrorNone) {
-    Internal::Raise({kResourceFile, kConstructor}, L"Error while parsing file '%s': %s", std::wstring(fileName),
+    Internal::Raise({kResourceFile, kResourceConstructor}, L"Error while parsing file '%s': %s", std::wstring(fileName),
                     ParseErrorText(results));
   }
   return root;
@@ -56,56 +62,66 @@ CXMLResource::CXMLResource(IBeanFactory* owner, const char* xmlText) : m_owner(o
   XMLResults results{};
   const XMLNode root = XMLNode::parseString(xmlText, kRootName, &results);
   if (results.error != eXMLErrorNone) {
-    Internal::Raise({kResourceFile, kConstructor}, L"Error while parsing xml: %s", ParseErrorText(results));
+    Internal::Raise({kResourceFile, kResourceConstructor}, L"Error while parsing xml: %s", ParseErrorText(results));
   }
-  parseLibrary(root);
+  SLoad load;
+  parseLibrary(root, load);
 }
 
-CXMLResource::CXMLResource(IBeanFactory* owner, const wchar_t* fileName)
-    : CXMLResource(owner, fileName != nullptr ? fileName : L"", nullptr) {}
-
-CXMLResource::CXMLResource(IBeanFactory* owner, const wchar_t* fileName, const SOpenFile* outer) : m_owner(owner) {
-  const SOpenFile file{fileName, Platform::ResolveFileName(fileName), outer};
-  CheckIncludes(file);
-  const XMLNode root = ParseFile(fileName);
-  ReadIncludes(root, file);
-  m_fileName = fileName;
-  parseLibrary(root);
+CXMLResource::CXMLResource(IBeanFactory* owner, const wchar_t* fileName) : m_owner(owner) {
+  SLoad load;
+  ReadDocument({fileName != nullptr ? fileName : L"", nullptr}, load);
 }
 
-void CXMLResource::ReadIncludes(const XMLNode& root, const SOpenFile& file) {
+void CXMLResource::ReadDocument(const SOpenFile& file, SLoad& load) {
+  const std::wstring resolvedName = Platform::ResolveFileName(file.name);
+  Open(file, resolvedName, load);
+  const XMLNode root = ParseFile(file.name);
+  ReadIncludes(root, file, load);
+  load.openFiles.erase(resolvedName);
+  m_fileName = file.name;
+  parseLibrary(root, load);
+}
+
+void CXMLResource::ReadIncludes(const XMLNode& root, const SOpenFile& file, SLoad& load) {
   const std::wstring prefix = DirectoryPrefix(file.name);
   Internal::ForEachChild(root, "include", [&](const XMLNode& include) {
     CStringT<wchar_t> path(include.getAttribute("path"));
     if (path.IsEmpty()) {
-      Internal::Raise({kResourceFile, kConstructor}, L"Missing argument 'path' in include tag");
+      Internal::Raise({kResourceFile, kResourceConstructor}, L"Missing argument 'path' in include tag");
     }
     path.Replace(L'/', L'\\');
-    CXMLResource included(m_owner, (prefix + path.GetString()).c_str(), &file);
+    CXMLResource included(m_owner);
+    included.ReadDocument({(prefix + path.GetString()).c_str(), &file}, load);
     Include(included);
   });
 }
 
-// Documents that include each other, and chains that would exhaust the stack, end here.
-void CXMLResource::CheckIncludes(const SOpenFile& file) {
-  std::size_t depth = 0;
-  for (const SOpenFile* open = file.outer; open != nullptr; open = open->outer, ++depth) {
-    if (open->resolvedName == file.resolvedName) {
-      Internal::Raise({kResourceFile, kConstructor}, L"File '%s' includes itself (%s)", std::wstring(file.name),
-                      IncludeChain(file));
-    }
+// Documents that include each other, and chains that would exhaust the stack, end here. An error ends the whole load:
+// what is open then does not matter.
+void CXMLResource::Open(const SOpenFile& file, const std::wstring& resolvedName, SLoad& load) {
+  const std::size_t depth = load.openFiles.size();
+  if (!load.openFiles.insert(resolvedName).second) {
+    Internal::Raise({kResourceFile, kResourceConstructor}, L"File '%s' includes itself (%s)", std::wstring(file.name),
+                    IncludeChain(file));
   }
   if (depth > Platform::MaximumRecursionDepth()) {
-    Internal::Raise({kResourceFile, kConstructor}, L"File '%s' is included too deeply", std::wstring(file.name));
+    Internal::Raise({kResourceFile, kResourceConstructor}, L"File '%s' is included too deeply",
+                    std::wstring(file.name));
   }
+  load.CountFile();
 }
 
 std::wstring CXMLResource::IncludeChain(const SOpenFile& file) {
-  std::wstring chain = file.name;
+  std::deque<const wchar_t*> names;
   for (const SOpenFile* open = file.outer; open != nullptr; open = open->outer) {
-    chain.insert(0, L" -> ").insert(0, open->name);
+    names.push_front(open->name);
   }
-  return chain;
+  std::wstring chain;
+  for (const wchar_t* name : names) {
+    chain.append(name).append(L" -> ");
+  }
+  return chain + file.name;
 }
 
 }  // namespace Zorbel

@@ -9,6 +9,7 @@
 #include <list>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -19,6 +20,11 @@
 #include "XmlParser/XmlParser.h"
 
 namespace Zorbel {
+namespace Internal {
+
+struct SLoad;
+
+}  // namespace Internal
 
 /// Loop variables by name.
 using Variables = CbMap<CStringT<wchar_t>, CStringT<wchar_t>>;
@@ -101,7 +107,6 @@ class CXMLResource {
   /// The files being read, innermost first.
   struct SOpenFile {
     const wchar_t* name;
-    std::wstring resolvedName;
     const SOpenFile* outer;
   };
 
@@ -110,6 +115,7 @@ class CXMLResource {
     SLibraryRecord* library;
     const Variables* variables;
     int depth;  // loops and inline beans around it
+    Internal::SLoad& load;
   };
 
   using ElementHandler = std::function<void(const XMLNode&)>;
@@ -117,9 +123,9 @@ class CXMLResource {
   using ElementNames = std::initializer_list<const char*>;
 
   // Reading
-  CXMLResource(IBeanFactory* owner, const wchar_t* fileName, const SOpenFile* outer);
-  void ReadIncludes(const XMLNode& root, const SOpenFile& file);
-  static void CheckIncludes(const SOpenFile& file);
+  void ReadDocument(const SOpenFile& file, Internal::SLoad& load);
+  void ReadIncludes(const XMLNode& root, const SOpenFile& file, Internal::SLoad& load);
+  static void Open(const SOpenFile& file, const std::wstring& resolvedName, Internal::SLoad& load);
   static std::wstring IncludeChain(const SOpenFile& file);
 
   // Containers, loops and texts
@@ -134,7 +140,7 @@ class CXMLResource {
   static int Deeper(const SScope& scope, const char* function);
 
   // The body of a document
-  void parseLibrary(const XMLNode& root);
+  void parseLibrary(const XMLNode& root, Internal::SLoad& load);
   void parseBeans(const XMLNode& container, const SScope& scope);
   SLibraryRecord* parseBean(const XMLNode& node, SBeanDescription& bean, const SScope& scope, const char* inlineName);
   void parseName(const XMLNode& node, SBeanDescription& bean, const SScope& scope, const char* inlineName);

@@ -49,8 +49,8 @@ CStringT<char> Unqualified(const CStringT<char>& method) {
 
 }  // namespace
 
-void CXMLResource::parseLibrary(const XMLNode& root) {
-  ForEachChild(root, "library", [this](const XMLNode& node) {
+void CXMLResource::parseLibrary(const XMLNode& root, Internal::SLoad& load) {
+  ForEachChild(root, "library", [&](const XMLNode& node) {
     const char* path = node.getAttribute("path");
     if (!HasText(path)) {
       Internal::Raise({kResourceFile, "Zorbel::CXMLResource::parseLibrary"},
@@ -60,7 +60,7 @@ void CXMLResource::parseLibrary(const XMLNode& root) {
     const XMLNode beans = node.getChildNode("beans");
     if (!beans.isEmpty()) {
       const Variables none;
-      parseBeans(beans, SScope{library, &none, 0});
+      parseBeans(beans, SScope{library, &none, 0, load});
     }
   });
 }
@@ -221,7 +221,7 @@ void CXMLResource::parseInlineBean(const XMLNode& node, SArgumentDescription& ar
   const Variables none;
   argument.text = Substitute(InlineName(uuid, className).c_str(), none);
 
-  const SScope inside{scope.library, scope.variables, Deeper(scope, kArgumentFunction)};
+  const SScope inside{scope.library, scope.variables, Deeper(scope, kArgumentFunction), scope.load};
   SBeanDescription bean;
   SLibraryRecord* library = parseBean(node, bean, inside, CStringT<char>(argument.text));
   AddBean(*library, std::move(bean));

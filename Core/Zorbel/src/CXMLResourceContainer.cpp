@@ -12,17 +12,18 @@
 #include "Expansion.h"
 #include "Platform/CodePage.h"
 #include "Raise.h"
+#include "SLoad.h"
 #include "XmlChildren.h"
 
 namespace Zorbel {
 namespace {
 
 using Internal::ForEachChild;
+using Internal::kContainerFunction;
 using Internal::kResourceFile;
 
-constexpr const char* kContainerFunction = "ParseContainer";
-constexpr std::int64_t kMostPasses = 1'000'000;  // of one loop element; more than this is a mistake, not a document
-constexpr int kDeepest = 256;                    // keeps hostile nesting from exhausting the stack
+constexpr std::int64_t kMostPassesOfOneLoop = 1'000'000;  // more than this is a mistake, not a document
+constexpr int kDeepest = 256;                             // keeps hostile nesting from exhausting the stack
 
 CStringT<wchar_t> LoopVariable(const XMLNode& loop, const wchar_t* errorWhenEmpty) {
   CStringT<wchar_t> name(loop.getAttribute("substitute"));
@@ -33,7 +34,7 @@ CStringT<wchar_t> LoopVariable(const XMLNode& loop, const wchar_t* errorWhenEmpt
 }
 
 void RequireFewPasses(std::int64_t passes, const CStringT<wchar_t>& variable) {
-  if (passes > kMostPasses) {
+  if (passes > kMostPassesOfOneLoop) {
     Internal::Raise({kResourceFile, kContainerFunction}, L"Loop over '%s' exceeds 1000000 passes",
                     std::wstring(variable.GetString()));
   }
@@ -99,8 +100,9 @@ void CXMLResource::ParseFor(const XMLNode& loop, const SScope& scope, const Body
   RequireFewPasses(range.CountPasses(), variable);
 
   Variables variables(*scope.variables);
-  const SScope body{scope.library, &variables, Deeper(scope, kContainerFunction)};
+  const SScope body{scope.library, &variables, Deeper(scope, kContainerFunction), scope.load};
   for (std::int64_t counter = range.first; counter <= range.last; counter += range.step) {
+    scope.load.CountPass();
     variables.SetAt(variable).value = std::to_wstring(counter).c_str();
     readBody(loop, body);
   }
@@ -112,8 +114,9 @@ void CXMLResource::ParseForeach(const XMLNode& loop, const SScope& scope, const 
   RequireFewPasses(std::count(items.begin(), items.end(), '|') + (items.ends_with('|') ? 0 : 1), variable);
 
   Variables variables(*scope.variables);
-  const SScope body{scope.library, &variables, Deeper(scope, kContainerFunction)};
+  const SScope body{scope.library, &variables, Deeper(scope, kContainerFunction), scope.load};
   do {
+    scope.load.CountPass();
     const std::string item(NextItem(items));
     variables.SetAt(variable).value = CStringT<wchar_t>(item.c_str()).Trim();
     readBody(loop, body);

@@ -1,6 +1,5 @@
 #include "XmlFile.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +34,14 @@ bool ConvertUtf16(std::string& content) {
   return true;
 }
 
+XMLError Read(const wchar_t* fileName, std::string& content) {
+  switch (Platform::ReadFile(fileName, kLargestFile, content)) {
+    case Platform::EReading::kFailed: return eXMLErrorFileNotFound;
+    case Platform::EReading::kTooLarge: return eXMLErrorFileTooLarge;
+    default: return content.empty() ? eXMLErrorEmpty : eXMLErrorNone;
+  }
+}
+
 XMLNode Failed(XMLError error, XMLResults& results) {
   results = XMLResults{error, 0, 0};
   return XMLNode();
@@ -43,21 +50,18 @@ XMLNode Failed(XMLError error, XMLResults& results) {
 }  // namespace
 
 XMLNode ParseXmlFile(const wchar_t* fileName, const char* rootName, XMLResults& results) {
-  std::optional<std::string> content = Platform::ReadFile(fileName);
-  if (!content) {
-    return Failed(eXMLErrorFileNotFound, results);
+  std::string content;
+  if (const XMLError error = Read(fileName, content); error != eXMLErrorNone) {
+    return Failed(error, results);
   }
-  if (content->empty()) {
-    return Failed(eXMLErrorEmpty, results);
+  if (!Platform::IsUtf16Text(content)) {
+    const bool marked = content.starts_with(kUtf8Mark);
+    return XMLNode::parseString(content.c_str() + (marked ? kUtf8Mark.size() : 0), rootName, &results);
   }
-  if (!Platform::IsUtf16Text(*content)) {
-    const bool marked = content->starts_with(kUtf8Mark);
-    return XMLNode::parseString(content->c_str() + (marked ? kUtf8Mark.size() : 0), rootName, &results);
-  }
-  if (!ConvertUtf16(*content)) {
+  if (!ConvertUtf16(content)) {
     return Failed(eXMLErrorCharConversionError, results);
   }
-  return XMLNode::parseString(content->c_str(), rootName, &results);
+  return XMLNode::parseString(content.c_str(), rootName, &results);
 }
 
 }  // namespace Zorbel::Internal

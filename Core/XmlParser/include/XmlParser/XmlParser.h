@@ -14,7 +14,8 @@ enum XMLError {
   eXMLErrorUnmatchedEndClearTag,
   eXMLErrorUnexpectedToken,
   eXMLErrorUnknownCharacterEntity,
-  eXMLErrorCharConversionError
+  eXMLErrorCharConversionError,
+  eXMLErrorFileTooLarge
 };
 
 /// How a parse went. Line and column tell where the parser stopped and count from 1, a column for each character; both

@@ -1,0 +1,25 @@
+#include "LimitedReading.h"
+
+#include <algorithm>
+
+namespace Platform {
+
+EReading ReadLimited(std::FILE* file, std::uint64_t expected, std::size_t limit, std::string& content) {
+  if (expected > limit) {
+    return EReading::kTooLarge;
+  }
+  std::setvbuf(file, nullptr, _IONBF, 0);  // the buffer below serves, and nothing is read ahead
+  content.clear();
+  content.reserve(static_cast<std::size_t>(expected));
+  char buffer[64 * 1024];
+  while (content.size() <= limit) {
+    const std::size_t count = std::fread(buffer, 1, std::min(sizeof buffer, limit - content.size() + 1), file);
+    if (count == 0) {
+      return std::ferror(file) != 0 ? EReading::kFailed : EReading::kDone;
+    }
+    content.append(buffer, count);
+  }
+  return EReading::kTooLarge;
+}
+
+}  // namespace Platform
