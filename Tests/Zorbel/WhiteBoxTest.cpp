@@ -2,6 +2,7 @@
 
 #include "Beans.h"
 #include "CBeanFactoryImpl.h"
+#include "Expansion.h"
 #include "LiteralConversion.h"
 #include "LiveInstances.h"
 #include "SLoad.h"
@@ -15,12 +16,21 @@ using LiveInstances = Beans;
 using LiveInstancesThreads = Beans;
 using Factory = Beans;
 using LiteralConversion = Beans;
+using Expansion = Beans;
 using WholeLoad = Beans;
 using Numbers = std::pair<std::uint64_t, std::uint64_t>;  // live and created instances
 
 Numbers NumbersOf(const char* bean) {
   const auto found = Zorbel::Internal::LiveInstances::Find(bean);
   return found ? Numbers(found->liveInstances, found->createdInstances) : Numbers();
+}
+
+std::wstring Repeated(const std::wstring& text, int times) {
+  std::wstring result;
+  for (; times > 0; --times) {
+    result += text;
+  }
+  return result;
 }
 
 }  // namespace
@@ -80,6 +90,28 @@ TEST_F(LiteralConversion, SkipsWhiteSpaceBeforeNumbersOnly) {
     EXPECT_EQ(Zorbel::Literal::ToUnsigned(text.c_str()), 0U) << other;
     EXPECT_EQ(Zorbel::Literal::ToDouble(text.c_str()), 0.0) << other;
   }
+}
+
+// With the first of the texts, more than that would take many minutes.
+TEST_F(Expansion, ReadsNoMoreThanItMayProduce) {
+  CbMap<CStringT<wchar_t>, CStringT<wchar_t>> variables;
+  const auto expand = [&](const std::wstring& value, const std::wstring& text) {
+    variables.SetAt(L"v").value = value.c_str();
+    std::wstring result;
+    const std::wstring error = ErrorOf([&] { result = Zorbel::Internal::Expand(text, variables); });
+    return error == L"no error" ? result : error;
+  };
+  variables.SetAt(L"e").value = L"";
+  variables.SetAt(L"n").value = L"%v%";
+  const std::wstring full(1'000'000, L'x');
+  const std::wstring pattern = L"%" + std::wstring(500'001, L'.');
+  EXPECT_EQ(expand(L"a" + std::wstring(10'000'000, L' ') + L"b", Repeated(L"%.v%", 10'000)), Repeated(L"ab", 10'000));
+  EXPECT_EQ(expand(pattern + L"e%", L"%v%%v%"), L"");
+  EXPECT_EQ(expand(pattern + L".e%", L"%v%%v%"), L"Substitution of '%v%%v%' does not end");
+  EXPECT_TRUE(expand(full, L"%n%") == full);
+  EXPECT_EQ(expand(full, L"%n%y"), L"Substitution of '%n%y' does not end");
+  EXPECT_EQ(expand(L"%e%", Repeated(L"%v%", 5'000)), L"");
+  EXPECT_EQ(expand(L"%e%", Repeated(L"%v%", 5'000) + L"%e%").find(L"Substitution of '%v%%v%"), 0U);
 }
 
 TEST_F(WholeLoad, EndsWithTheFileOrPassBeyondItsLimit) {

@@ -1,7 +1,8 @@
 #include "Expansion.h"
 
-#include <algorithm>
+#include <map>
 #include <string_view>
+#include <tuple>
 
 #include "CXMLResourceOrigin.h"
 #include "Raise.h"
@@ -13,14 +14,20 @@ using Variables = CbMap<CStringT<wchar_t>, CStringT<wchar_t>>;
 
 constexpr const char* kFunction = "Substitute";
 constexpr wchar_t kSign = L'%';
-constexpr unsigned int kMostReplacements = 10'000;  // in one text; a value that contains its own pattern needs more
-constexpr std::size_t kLongestResult = 1'000'000;   // characters
+constexpr std::size_t kMostReplacements = 10'000;  // in one text; a value that contains its own pattern needs more
+constexpr std::size_t kLongestResult = 1'000'000;  // characters; values may bring as many to read as patterns
 
 struct SPattern {
   bool withoutSpaces = false;
   bool lowerCase = false;
   bool upperCase = false;
   std::wstring name;
+
+  bool IsModified() const { return withoutSpaces || lowerCase || upperCase; }
+  bool operator<(const SPattern& other) const {
+    return std::tie(withoutSpaces, lowerCase, upperCase, name) <
+           std::tie(other.withoutSpaces, other.lowerCase, other.upperCase, other.name);
+  }
 };
 
 SPattern ParsePattern(std::wstring_view token) {
@@ -37,12 +44,7 @@ SPattern ParsePattern(std::wstring_view token) {
   return pattern;
 }
 
-CStringT<wchar_t> ValueOf(const SPattern& pattern, const Variables& variables) {
-  const CStringT<wchar_t>* found = variables.Lookup(pattern.name.c_str());
-  if (found == nullptr) {
-    Raise({kResourceFile, kFunction}, L"Missing substitution");
-  }
-  CStringT<wchar_t> value = *found;
+CStringT<wchar_t> Modify(CStringT<wchar_t> value, const SPattern& pattern) {
   if (pattern.withoutSpaces) {
     value.Remove(L' ');
   }
@@ -68,7 +70,8 @@ class CExpansion {
       if (!MoveUpTo(kSign, token)) {
         Raise({kResourceFile, kFunction}, L"Invalid substitution pattern");
       }
-      PutBack(ValueOf(ParsePattern(token), m_variables));
+      m_patternCharacters += token.size();
+      PutBack(ValueOf(ParsePattern(token)).GetString());
     }
     return std::move(m_result);
   }
@@ -83,20 +86,38 @@ class CExpansion {
     return found != std::wstring::npos;
   }
 
-  void PutBack(const CStringT<wchar_t>& value) {
-    const std::wstring_view text(value.GetString());
-    m_rest.append(text.rbegin(), text.rend());
+  // A modified value is made once: the text may ask for it thousands of times.
+  const CStringT<wchar_t>& ValueOf(const SPattern& pattern) {
+    const CStringT<wchar_t>* value = m_variables.Lookup(pattern.name.c_str());
+    if (value == nullptr) {
+      Raise({kResourceFile, kFunction}, L"Missing substitution");
+    }
+    if (!pattern.IsModified()) {
+      return *value;
+    }
+    const auto [modified, isNew] = m_modified.try_emplace(pattern);
+    if (isNew) {
+      modified->second = Modify(*value, pattern);
+    }
+    return modified->second;
+  }
+
+  void PutBack(std::wstring_view value) {
     ++m_replacements;
-    if (m_replacements > kMostReplacements || m_result.size() + m_rest.size() > kLongestResult) {
+    if (m_replacements > kMostReplacements || m_result.size() + m_rest.size() + value.size() > kLongestResult ||
+        m_patternCharacters > m_text.size() + kLongestResult) {
       Raise({kResourceFile, kFunction}, L"Substitution of '%s' does not end", m_text);
     }
+    m_rest.append(value.rbegin(), value.rend());
   }
 
   const std::wstring& m_text;
   const Variables& m_variables;
   std::wstring m_result;
   std::wstring m_rest;
-  unsigned int m_replacements = 0;
+  std::map<SPattern, CStringT<wchar_t>> m_modified;
+  std::size_t m_replacements = 0;
+  std::size_t m_patternCharacters = 0;
 };
 
 }  // namespace
