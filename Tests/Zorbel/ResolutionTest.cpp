@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "Beans.h"
+#include "Support/SmallStack.h"
 
 using namespace Test;
 using Zorbel::CContainer;
@@ -168,4 +169,21 @@ TEST_F(Resolution, NestsToTheLimitAndNoDeeper) {
   const std::wstring limit = std::to_wstring(kDeepestRecursion);
   EXPECT_EQ(m_log.Warnings(), WideLines{L"Bean 'n" + limit + L"' requested, but more than " + limit +
                                         L" beans depend on each other in a row"});
+}
+
+TEST_F(Resolution, EndsWithAWarningWhereTheStackOfAThreadDoes) {
+  m_classes.Add("C");
+  std::string beans = "<bean name='n1000' class='C'/>";
+  for (int i = 0; i < 1000; ++i) {
+    beans += Dependent(Numbered("n", i), Numbered("n", i + 1));
+  }
+  const CContainer container = Load(beans);
+  for (const std::size_t kibibytes : {96, 256, 512}) {
+    m_log.Clear();
+    RunOnThread(kibibytes * 1024, [&] { EXPECT_NE(container.GetBean("n0"), nullptr); });
+    ASSERT_EQ(m_log.Warnings().size(), 1U);
+    const std::wstring warning = m_log.Warnings().front();
+    EXPECT_TRUE(warning.ends_with(L" beans depend on each other in a row")) << kibibytes;
+    EXPECT_LE(std::stoi(warning.substr(warning.find(L"than ") + 5)), kDeepestRecursion);
+  }
 }

@@ -81,10 +81,10 @@ bool CBeanResolution::Enter() {
   if (DependsOnItself()) {
     return false;
   }
-  const std::size_t limit = Platform::MaximumRecursionDepth();
-  if (thread.resolutionDepth >= limit) {
+  const std::size_t depth = thread.resolutionDepth;
+  if (depth >= Platform::MaximumRecursionDepth() || (depth > 0 && Internal::IsStackShort())) {
     return GiveUp(Here(), L"Bean '%s' requested, but more than %s beans depend on each other in a row", m_name,
-                  [&] { return std::to_string(limit); });
+                  [&] { return std::to_string(depth); });
   }
   m_frame = {m_definition, thread.resolving};
   thread.resolving = &m_frame;

@@ -7,6 +7,7 @@
 #include "Platform/Thread.h"
 #include "Raise.h"
 #include "SLoad.h"
+#include "ThreadState.h"
 #include "XmlChildren.h"
 #include "XmlFile.h"
 
@@ -105,7 +106,7 @@ void CXMLResource::Open(const SOpenFile& file, const std::wstring& resolvedName,
     Internal::Raise({kResourceFile, kResourceConstructor}, L"File '%s' includes itself (%s)", std::wstring(file.name),
                     IncludeChain(file));
   }
-  if (depth > Platform::MaximumRecursionDepth()) {
+  if (depth > Platform::MaximumRecursionDepth() || (depth > 0 && Internal::IsStackShort())) {
     Internal::Raise({kResourceFile, kResourceConstructor}, L"File '%s' is included too deeply",
                     std::wstring(file.name));
   }

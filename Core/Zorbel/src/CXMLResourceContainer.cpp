@@ -13,6 +13,7 @@
 #include "Platform/CodePage.h"
 #include "Raise.h"
 #include "SLoad.h"
+#include "ThreadState.h"
 #include "XmlChildren.h"
 
 namespace Zorbel {
@@ -72,7 +73,7 @@ bool IsPlainAscii(const char* text) {
 }  // namespace
 
 int CXMLResource::Deeper(const SScope& scope, const char* function) {
-  if (scope.depth == kDeepest) {
+  if (scope.depth == kDeepest || (scope.depth > 0 && Internal::IsStackShort())) {
     Internal::Raise({kResourceFile, function}, L"Elements are nested too deeply");
   }
   return scope.depth + 1;

@@ -6,9 +6,12 @@
 
 #include "BasePool/CbNeverDestroyed.h"
 #include "CBeanConfig.h"
+#include "Platform/Thread.h"
 
 namespace Zorbel::Internal {
 namespace {
+
+constexpr std::size_t kStackReserve = 48 * 1024;
 
 struct SReleaseState {
   std::mutex mutex;  // guards the members behind
@@ -37,6 +40,8 @@ SThreadState& ThisThread() {
   thread_local SThreadState state;
   return state;
 }
+
+bool IsStackShort() { return Platform::RemainingStack() < kStackReserve; }
 
 std::string PathOf(const SResolving* innermost, const char* last) {
   std::string path = last;

@@ -31,6 +31,10 @@ struct SThreadState {
 
 SThreadState& ThisThread();
 
+/// Returns whether so little of the thread's stack is left that nothing more may nest on it: what a bean, a document or
+/// a line of the log takes has to fit in.
+bool IsStackShort();
+
 /// Returns the names of the beans being resolved, from the outermost to `innermost`, and behind them `last` unless it
 /// is empty, joined by " -> ".
 std::string PathOf(const SResolving* innermost, const char* last);
