@@ -83,7 +83,7 @@ TEST(Module, GivesOnlyFunctionsOfItsOwnByTheirExactName) {
 }
 
 TEST(StackThreads, HaveAsMuchAsTheyWereGivenAndLessInDeeperFrames) {
-  constexpr std::size_t kSize = 256 * 1024;
+  constexpr std::size_t kSize = ::Test::kSmallStack;
   std::size_t first = 0;
   std::size_t deeper = 0;
   ::Test::RunOnThread(kSize, [&] {

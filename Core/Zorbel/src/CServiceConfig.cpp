@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* kFile = "Core/Zorbel/src/CServiceConfig";
 
-const Logging::CLogger logger(L"Zorbel");
+const Logging::CLogger logger(L"Zorbel.Modules");
 
 using ReleaseTable = CbMap<const IObject*, CServiceConfig::ReleaseFunction>;
 

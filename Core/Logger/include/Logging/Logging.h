@@ -43,7 +43,8 @@ struct SRecord {
 };
 
 /// Takes the lines that are written, on the thread that logs them, from several threads at once. No lock of the log is
-/// held while it runs: it may log and set the sink. What it logs comes back to it, up to a few levels deep; deeper
+/// held while it runs: it may log and set the sink. Whoever logs may have locks, though, which other threads wait for:
+/// it must not wait for threads that use the library. What it logs comes back to it, up to a few levels deep; deeper
 /// lines are dropped. What it throws is swallowed.
 using Sink = std::function<void(const SRecord&)>;
 
