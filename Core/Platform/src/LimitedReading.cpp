@@ -12,7 +12,7 @@ EReading ReadLimited(std::FILE* file, std::uint64_t expected, std::size_t limit,
   std::setvbuf(file, nullptr, _IONBF, 0);  // the buffer below serves, and nothing is read ahead
   content.clear();
   content.reserve(static_cast<std::size_t>(expected));
-  constexpr std::size_t kBlock = 64 * 1024;
+  constexpr std::size_t kBlock = std::size_t{64} * 1024;
   const auto buffer = std::make_unique_for_overwrite<char[]>(kBlock);  // too much for the stack of a small thread
   while (content.size() <= limit) {
     const std::size_t count = std::fread(buffer.get(), 1, std::min(kBlock, limit - content.size() + 1), file);

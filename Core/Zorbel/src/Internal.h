@@ -40,8 +40,8 @@ class CIntegration {
 void RequireNotLoading();
 
 /// Merges a document into a factory, then creates the factory's eager beans; one document of the process at a time.
-/// Throws: `CException` as `CIntegration`, and when a bean's name is taken; std::range_error when that is no UTF-8; what
-/// merging throws.
+/// Throws: `CException` as `CIntegration`, and when a bean's name is taken; std::range_error when that is no UTF-8;
+/// what merging throws.
 void IntegrateResource(CBeanFactoryImpl& factory, CXMLResource& resource);
 
 }  // namespace Internal

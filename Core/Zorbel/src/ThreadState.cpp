@@ -11,7 +11,7 @@
 namespace Zorbel::Internal {
 namespace {
 
-constexpr std::size_t kStackReserve = 48 * 1024;
+constexpr std::size_t kStackReserve = std::size_t{48} * 1024;
 
 struct SReleaseState {
   std::mutex mutex;  // guards the members behind
