@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "Platform/File.h"
 #include "Platform/Uuid.h"
 
 TEST(PosixUuid, IsNotTheSameInAForkedChildAndItsParent) {
@@ -21,4 +22,9 @@ TEST(PosixUuid, IsNotTheSameInAForkedChildAndItsParent) {
   EXPECT_NE(text, ofChild);
   EXPECT_EQ(child, waitpid(child, nullptr, 0));
   close(ends[0]);
+}
+
+TEST(PosixFile, WithoutAnEndIsReadNoFurtherThanTheLimit) {
+  std::string content;
+  EXPECT_EQ(Platform::EReading::kTooLarge, Platform::ReadFile(L"/dev/zero", 100'000, content));
 }
