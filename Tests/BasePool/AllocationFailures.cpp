@@ -1,10 +1,10 @@
+#include <Support/FailingAllocations.h>
 #include <Support/LogCapture.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <cstdlib>
 #include <new>
 #include <string>
 #include <vector>
@@ -13,37 +13,7 @@
 #include "BasePool/CbPlexManager.h"
 #include "Threads.h"
 
-namespace {
-
-std::atomic<int> untilFailure = -1;  // allocations that succeed before one fails; negative: none does
-std::atomic<int> allocations = 0;
-std::atomic<std::size_t> lastSize = 0;
-std::atomic<std::size_t> failedSize = 0;
-
-void* Allocate(std::size_t size) noexcept {
-  ++allocations;
-  const bool fails = untilFailure >= 0 && untilFailure-- == 0;
-  (fails ? failedSize : lastSize) = size;
-  return fails ? nullptr : std::malloc(size + 1);
-}
-
-// The compiler would take it for the wrong counterpart of an operator new if it saw it.
-[[gnu::noinline]] void Free(void* memory) { std::free(memory); }
-
-void* AllocateOrThrow(std::size_t size) {
-  void* made = Allocate(size);
-  return made != nullptr ? made : throw std::bad_alloc();
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) { return AllocateOrThrow(size); }
-void* operator new[](std::size_t size) { return AllocateOrThrow(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
-void operator delete(void* memory) noexcept { Free(memory); }
-void operator delete[](void* memory) noexcept { Free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { Free(memory); }
+namespace Allocations = Test::Allocations;
 
 namespace {
 
@@ -68,10 +38,10 @@ std::wstring Entries(const Map& map) {
 template <class F>
 bool Succeeds(int succeeding, F operation, const std::string& function) {
   const Test::LogCapture log;
-  untilFailure = succeeding;
+  Allocations::FailAfter(succeeding);
   try {
     operation();
-    untilFailure = -1;
+    Allocations::Restore();
     return true;
   } catch (const std::bad_alloc&) {
     EXPECT_TRUE(log.Records().empty());
@@ -112,10 +82,10 @@ TEST(CbMap, IsUnchangedByAnInsertionOrCopyWhoseMemoryFails) {
 }
 
 TEST(CbMap, AllocatesNothingWithoutEntriesAndReusesTheStorageOfTheLastRemoved) {
-  const int before = allocations;
+  const int before = Allocations::Count();
   CbMap<std::string, int> map;
   EXPECT_FALSE(map.Lookup("a") != nullptr || map.RemoveKey("a"));
-  EXPECT_EQ(before, allocations);
+  EXPECT_EQ(before, Allocations::Count());
   const void* first = &map.SetAt("a");
   const void* second = &map.SetAt("b");
   EXPECT_TRUE(map.RemoveKey("a") && map.RemoveKey("b"));
@@ -135,12 +105,12 @@ TEST(CbPlexManager, GrowsInBlocksByItsFactorOrOfItsFixedSize) {
   const auto expectBlocks = [](Pool pool, std::initializer_list<std::size_t> counts) {
     for (const std::size_t count : counts) {
       double* last = pool.getFreeElement();
-      EXPECT_EQ(count * sizeof(double), lastSize);
-      const int before = allocations;
+      EXPECT_EQ(count * sizeof(double), Allocations::LastSize());
+      const int before = Allocations::Count();
       for (std::size_t i = 1; i < count; ++i) {
         ASSERT_EQ(--last, pool.getFreeElement());
       }
-      EXPECT_EQ(before, allocations);
+      EXPECT_EQ(before, Allocations::Count());
     }
   };
   expectBlocks(Pool(), {128, 192, 288, 432, 648, 972, 1458, 2187, 3280, 4920});
@@ -153,7 +123,7 @@ TEST(CbPlexManager, CountsTheBytesOfABlockInThirtyTwoBits) {
   pool.getFreeElement();
   const auto take = [&] { pool.getFreeElement(); };
   EXPECT_FALSE(Succeeds(1, take, "CbPlexManager<double,0,unsigned int>::getFreeElement"));  // behind the block's record
-  EXPECT_EQ(0xFFFFFFF8, failedSize);
+  EXPECT_EQ(0xFFFFFFF8, Allocations::FailedSize());
 }
 
 TEST(CbPlexManager, WithoutABlockSizeIsAnError) {
@@ -164,7 +134,7 @@ TEST(CbPlexManager, WithoutABlockSizeIsAnError) {
 TEST(CbPlexManager, LeavesRoomForALinkInElementsOfAnySize) {
   CbPlexManager<std::array<char, 9>, 0, unsigned int> pool(3);
   EXPECT_NE(nullptr, pool.getFreeElement());
-  EXPECT_EQ(3 * 2 * sizeof(void*), lastSize);
+  EXPECT_EQ(3 * 2 * sizeof(void*), Allocations::LastSize());
 }
 
 TEST(CbPlexManagerThreads, TakeAndReleaseElementsOfOneSharedManager) {
