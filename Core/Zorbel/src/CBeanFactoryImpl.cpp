@@ -200,17 +200,27 @@ unsigned int CBeanFactoryImpl::GetServiceCount(const char* typeId) {
   return m_state->configuration.GetServiceCount(typeId);
 }
 
+// What is merged stays: nothing behind that fails.
 std::optional<CStringT<char>> CBeanFactoryImpl::Integrate(CXMLResource& resource) {
   const CCall call(*this);
+  std::optional<CStringT<char>> taken = Merge(resource);
+  if (!taken) {
+    CreateEagerBeans();
+  }
+  return taken;
+}
+
+std::optional<CStringT<char>> CBeanFactoryImpl::Merge(CXMLResource& resource) {
   const Internal::CServicesLock services(m_servicesLock);
   return m_state->configuration.Integrate(resource);
 }
 
+// In the order of merging, also those of earlier documents: one that is no singleton is made again. The list stays as
+// it is, for no document is merged meanwhile.
 void CBeanFactoryImpl::CreateEagerBeans() {
-  const CCall call(*this);
-  const std::shared_ptr<CFactoryState> state = m_state;  // keeps the libraries of the list
-  for (const auto& [name, library] : state->configuration.GetEagerBeans()) {
-    GetBeanWrapper(name, library);
+  const std::shared_ptr<CFactoryState> state = m_state;
+  for (const CStringT<char>& name : state->configuration.GetEagerBeans()) {
+    GetBeanWrapper(name, state->configuration.FindEagerLibrary(name));
   }
 }
 

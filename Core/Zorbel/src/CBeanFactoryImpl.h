@@ -45,12 +45,9 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
   /// the log, when it cannot be had. Never throws.
   SBean GetBeanWrapper(const char* name, const SLibrary* library) noexcept;
 
-  /// Merges a document. Returns the name of a bean that is taken, with nothing merged then.
+  /// Merges a document, then creates every bean that is to be created at load time. Returns the name of a bean that is
+  /// taken, with nothing merged then. Throws: as `CXMLResource::Integrate`, with nothing merged.
   std::optional<CStringT<char>> Integrate(CXMLResource& resource);
-
-  /// Resolves every bean that is to be created at load time, in the order of merging: also those of earlier documents,
-  /// so that one which is no singleton is made again.
-  void CreateEagerBeans();
 
   /// Forgets everything. Objects held elsewhere live on. Throws: std::bad_alloc, with nothing forgotten.
   void Clear();
@@ -65,6 +62,8 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
   explicit CBeanFactoryImpl(std::shared_ptr<CFactoryState> state) : m_state(std::move(state)) {}
 
   SBean Resolve(const char* name, const SLibrary* library);
+  std::optional<CStringT<char>> Merge(CXMLResource& resource);
+  void CreateEagerBeans();
   bool HasContent() const;
   void End(std::shared_ptr<CFactoryState> empty) noexcept;
   void ReleaseServices() noexcept;

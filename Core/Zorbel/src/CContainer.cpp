@@ -36,13 +36,18 @@ class CReport {
   CReport() : m_watch(kMilliseconds) { m_watch.Start(); }
 
   /// Writes an information line with the texts and the elapsed time in place of each `%s` of the format. The text of a
-  /// word that takes work is a function, called when the line is written.
+  /// word that takes work is a function, called when the line is written. What was done is done: without memory there
+  /// is no line.
   template <class... Texts>
-  void Write(const Internal::SOrigin& origin, const wchar_t* format, const Texts&... texts) {
-    m_watch.Stop();
-    if (logger.IsLogLevelEnabled(Internal::ELogLevel::information)) {
-      logger.Info(origin.file, static_cast<int>(origin.line), origin.function, format, TextOf(texts)...,
-                  m_watch.GetElapsedText().c_str());
+  void Write(const Internal::SOrigin& origin, const wchar_t* format, const Texts&... texts) noexcept {
+    try {
+      m_watch.Stop();
+      if (logger.IsLogLevelEnabled(Internal::ELogLevel::information)) {
+        logger.Info(origin.file, static_cast<int>(origin.line), origin.function, format, TextOf(texts)...,
+                    m_watch.GetElapsedText().c_str());
+      }
+    } catch (...) {
+      return;
     }
   }
 

@@ -72,18 +72,32 @@ std::shared_ptr<IObject> WrapReleased(std::unique_ptr<IObject> made, const CServ
     return WrapNull(function);
   }
   const Internal::CReleaseLock lock;
-  Releases().SetAt(made.get()).value = CServiceConfig::ReleaseFunction(function);  // copied before its entry is made
+  try {
+    Releases().SetAt(made.get()).value = CServiceConfig::ReleaseFunction(function);  // copied before its entry is made
+  } catch (...) {
+    CallContained(function, made.get());  // no instance goes without it
+    throw;
+  }
   return {made.release(), SReleaser()};
 }
 
 }  // namespace
 
 void CServiceConfig::SetReleaseFunction(ReleaseFunction function) {
+  SharedReleaseFunction next;
+  if (function) {
+    next = std::make_shared<const ReleaseFunction>(std::move(function));
+  }
   const std::lock_guard lock(m_mutex);
-  m_releaseFunction.swap(function);
+  m_releaseFunction.swap(next);
 }
 
 CServiceConfig::ReleaseFunction CServiceConfig::GetReleaseFunction() const {
+  const SharedReleaseFunction function = CurrentReleaseFunction();
+  return function ? *function : ReleaseFunction();
+}
+
+CServiceConfig::SharedReleaseFunction CServiceConfig::CurrentReleaseFunction() const {
   const std::lock_guard lock(m_mutex);
   return m_releaseFunction;
 }
@@ -104,8 +118,8 @@ std::shared_ptr<IObject> CServiceConfig::Produce() {
     Internal::Raise({kFile, "Zorbel::CServiceConfig::GetInstance"}, L"No constructor for service type registered");
   }
   std::unique_ptr<IObject> made = m_ownedMaker();
-  const ReleaseFunction release = GetReleaseFunction();
-  return release ? WrapReleased(std::move(made), release) : std::shared_ptr<IObject>(std::move(made));
+  const SharedReleaseFunction release = CurrentReleaseFunction();
+  return release ? WrapReleased(std::move(made), *release) : std::shared_ptr<IObject>(std::move(made));
 }
 
 // The first instance stays, also when its maker has asked for the service itself. A null one is kept until the next.

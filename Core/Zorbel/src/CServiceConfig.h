@@ -49,6 +49,9 @@ class CServiceConfig : public ITypeRegistration {
   static CbCriticalSection& HoldersLock();
   static const CServiceConfig* FirstHolder(const std::shared_ptr<IObject>& instance);
 
+  using SharedReleaseFunction = std::shared_ptr<const ReleaseFunction>;  // shared: taking it needs no memory
+
+  SharedReleaseFunction CurrentReleaseFunction() const;
   std::shared_ptr<IObject> Produce();
   std::shared_ptr<IObject> Keep(const std::shared_ptr<IObject>& instance);
   void BecomeHolder(const void* object);
@@ -61,9 +64,9 @@ class CServiceConfig : public ITypeRegistration {
   OwnedMaker m_ownedMaker;
   std::atomic<bool> m_singleton{false};
   mutable std::mutex m_mutex;  // guards the release function and the writing of the instance; no code runs under it
-  ReleaseFunction m_releaseFunction;
-  const void* m_held = nullptr;            // the kept instance as a whole
-  CServiceConfig* m_nextHolder = nullptr;  // of the same instance
+  SharedReleaseFunction m_releaseFunction;  // null for none
+  const void* m_held = nullptr;             // the kept instance as a whole
+  CServiceConfig* m_nextHolder = nullptr;   // of the same instance
   CServiceConfig* m_previousHolder = nullptr;
 };
 

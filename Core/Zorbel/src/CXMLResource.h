@@ -59,8 +59,11 @@ class CXMLResource {
   CBeanConfig* FindBeanConfig(const char* name) { return FindBeanConfig(name, BeanMap::Traits::Hash(name)); }
   CBeanConfig* FindBeanConfig(const char* name, std::uint64_t hash);
 
-  /// Returns the beans to be created at load time, in the order of merging, with their libraries.
-  std::vector<std::pair<CStringT<char>, const SLibrary*>> GetEagerBeans() const;
+  /// Returns the beans to be created at load time, in the order of merging.
+  const std::vector<CStringT<char>>& GetEagerBeans() const { return m_eagerBeans; }
+
+  /// Returns the library on whose behalf such a bean is created; null when there is none.
+  const SLibrary* FindEagerLibrary(const char* name) const;
 
   /// Registers a ready-made object for the interface, or enters a given registration as it is. Returns the
   /// registration; null, with nothing changed, when the object is registered for the interface already.

@@ -116,14 +116,9 @@ void CXMLResource::processBean(const SBeanDescription& bean, SLibraryRecord& lib
   m_beans.SetAt(bean.name).value = std::move(config);
 }
 
-std::vector<std::pair<CStringT<char>, const SLibrary*>> CXMLResource::GetEagerBeans() const {
-  std::vector<std::pair<CStringT<char>, const SLibrary*>> beans;
-  beans.reserve(m_eagerBeans.size());
-  for (const CStringT<char>& name : m_eagerBeans) {
-    const SLibrary* const* library = m_eagerLibraries.Lookup(name);
-    beans.emplace_back(name, library != nullptr ? *library : nullptr);
-  }
-  return beans;
+const SLibrary* CXMLResource::FindEagerLibrary(const char* name) const {
+  const SLibrary* const* library = m_eagerLibraries.Lookup(name);
+  return library != nullptr ? *library : nullptr;
 }
 
 std::shared_ptr<ITypeRegistration> CXMLResource::RegisterInstance(const char* typeId, bool front,

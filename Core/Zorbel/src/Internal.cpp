@@ -90,8 +90,7 @@ void Replace(std::shared_ptr<IBeanFactory>& held, std::shared_ptr<IBeanFactory> 
   if (held == next) {
     return;
   }
-  if (auto* factory = dynamic_cast<CBeanFactoryImpl*>(held.get())) {
-    const std::shared_ptr<IBeanFactory> alive = held;
+  if (const auto factory = std::dynamic_pointer_cast<CBeanFactoryImpl>(held)) {
     factory->EndUnlessShared(2);
   }
   held.swap(next);
@@ -118,9 +117,6 @@ void IntegrateResource(CBeanFactoryImpl& factory, CXMLResource& resource) {
     const CIntegration integration;
     const CLoading loading;
     overridden = factory.Integrate(resource);
-    if (!overridden) {
-      factory.CreateEagerBeans();
-    }
   }
   if (overridden) {
     CXMLResource::RaiseOverride(*overridden);
