@@ -98,7 +98,7 @@ TEST(CStringT, GrowsToWhatIsNeededWhereThereIsNoMemoryForMore) {
   const auto append = [&] { text += '5'; };
   EXPECT_TRUE(Succeeds(0, append, ""));
   EXPECT_EQ(text, "12345");
-  EXPECT_EQ(failedSize - 3, lastSize);  // room for 8 was not to be had
+  EXPECT_EQ(Allocations::FailedSize() - 3, Allocations::LastSize());  // room for 8 was not to be had
 }
 
 TEST(CbPlexManager, GrowsInBlocksByItsFactorOrOfItsFixedSize) {
