@@ -2,11 +2,21 @@
 #include <Logging/Logging.h>
 
 #include <atomic>
+#include <chrono>
 #include <thread>
 
 #include "Use.h"
 
-static std::atomic<int> rounds = 0;
+namespace {
+
+std::atomic<int> rounds = 0;
+
+// Static objects that take their time to end.
+const struct SSlowEnd {
+  ~SSlowEnd() { std::this_thread::sleep_for(std::chrono::milliseconds(3)); }
+} slowEnd;
+
+}  // namespace
 
 int main() {
   constexpr int kThreads = 4;
