@@ -19,6 +19,7 @@ void CServiceRegistry::Insert(const char* typeId, bool front, const Registration
     try {
       Index(place);
     } catch (...) {
+      list.byIndex.clear();
       list.places.erase(place.self);
       throw;
     }
