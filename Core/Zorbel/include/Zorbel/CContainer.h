@@ -90,9 +90,9 @@ class ZORBEL_API CContainer {
   template <class T = IObject>
   std::vector<std::shared_ptr<T>> GetServices(const char* typeId) const {
     std::vector<std::shared_ptr<T>> services;
-    const std::shared_ptr<IBeanFactory> factory = m_factory;  // the makers may drop this container
-    for (unsigned int index = 0; factory && index < factory->GetServiceCount(typeId); ++index) {
-      if (auto service = ObjectCast<T>(factory->GetService(typeId, index))) {
+    const CContainer kept(*this);  // the makers may drop this one
+    for (unsigned int index = 0; index < kept.GetServiceCount(typeId); ++index) {
+      if (auto service = kept.GetService<T>(typeId, index)) {
         services.push_back(std::move(service));
       }
     }
