@@ -84,6 +84,16 @@ TEST_F(End, LetsBeansFindEverythingAndServicesNothing) {
   }
 }
 
+TEST_F(End, ForgetsWhatIsLoadedMeanwhile) {
+  CContainer* const container = &*m_container;
+  const auto load = [&] { container->Reset(Document(Bean("C")).c_str()); };
+  container->RegisterInstance("last", std::make_shared<CLastWord>(load));
+  container->Reset();
+  EXPECT_FALSE(container->Exists("b"));
+  load();
+  EXPECT_TRUE(container->Exists("b"));
+}
+
 TEST_F(End, LetsServicesOfTheSharedFactoryBeFoundByBeans) {
   std::optional<CContainer> container(std::in_place, m_document.c_str(), true);
   container->RegisterInstance("logger", MakeObject());

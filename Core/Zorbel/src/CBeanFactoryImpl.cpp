@@ -2,6 +2,7 @@
 
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "CBeanResolution.h"
@@ -210,7 +211,11 @@ std::optional<CStringT<char>> CBeanFactoryImpl::Integrate(CXMLResource& resource
   return taken;
 }
 
+// A document that comes in the last step of the end would survive it.
 std::optional<CStringT<char>> CBeanFactoryImpl::Merge(CXMLResource& resource) {
+  if (m_inLastStep) {
+    return std::nullopt;
+  }
   const Internal::CServicesLock services(m_servicesLock);
   return m_state->configuration.Integrate(resource);
 }
@@ -222,6 +227,11 @@ void CBeanFactoryImpl::CreateEagerBeans() {
   for (const CStringT<char>& name : state->configuration.GetEagerBeans()) {
     GetBeanWrapper(name, state->configuration.FindEagerLibrary(name));
   }
+}
+
+void CBeanFactoryImpl::WhileLocked(const std::function<void()>& work) {
+  const CCall call(*this);
+  work();
 }
 
 void CBeanFactoryImpl::Clear() {
@@ -272,6 +282,7 @@ void CBeanFactoryImpl::End(std::shared_ptr<CFactoryState> empty) noexcept {
     old = std::move(m_state);
     *this = CBeanFactoryImpl(std::move(empty));
   }
+  const bool wasInLastStep = std::exchange(m_inLastStep, true);
   old->ReleaseObjects();
   {
     CServiceRegistry released;
@@ -282,6 +293,7 @@ void CBeanFactoryImpl::End(std::shared_ptr<CFactoryState> empty) noexcept {
     ReleaseServices();
   }
   m_state->configuration.AbandonServices();
+  m_inLastStep = wasInLastStep;
 }
 
 void CBeanFactoryImpl::ReleaseServices() noexcept {

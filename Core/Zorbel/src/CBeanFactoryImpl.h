@@ -2,6 +2,7 @@
 
 #include <Zorbel/IBeanFactory.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -49,6 +50,9 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
   /// taken, with nothing merged then. Throws: as `CXMLResource::Integrate`, with nothing merged.
   std::optional<CStringT<char>> Integrate(CXMLResource& resource);
 
+  /// Runs `work` under the factory's lock, which cannot be refused to it then.
+  void WhileLocked(const std::function<void()>& work);
+
   /// Forgets everything. Objects held elsewhere live on. Throws: std::bad_alloc, with nothing forgotten.
   void Clear();
 
@@ -75,6 +79,7 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
   Internal::CFactoryMutex m_lock;
   CbCriticalSection m_servicesLock;  // taken last, for a short time; what changes services or `m_state` has both
   std::shared_ptr<CFactoryState> m_state;
+  bool m_inLastStep = false;  // of its end, when it takes no documents
 };
 
 }  // namespace Zorbel

@@ -1,7 +1,6 @@
 #include <Zorbel/CContainer.h>
 #include <Zorbel/ILibrary.h>
 
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -76,16 +75,20 @@ void Load(CBeanFactoryImpl& factory, Source source) {
 }
 
 // A refused call loses nothing. Outside of bean code a load waits for its turn and cannot be refused any more; inside,
-// the turn is taken before the factory is emptied.
+// the turn and the factory's lock are taken before the factory is emptied.
 template <class Source>
 void Reload(CBeanFactoryImpl& factory, Source source) {
   Internal::RequireNotLoading();
-  std::optional<Internal::CIntegration> turn;
-  if (Internal::ThisThread().factoryLocksHeld > 0) {
-    turn.emplace();
+  const auto reload = [&] {
+    factory.Clear();
+    Load(factory, source);
+  };
+  if (Internal::ThisThread().factoryLocksHeld == 0) {
+    reload();
+    return;
   }
-  factory.Clear();
-  Load(factory, source);
+  const Internal::CIntegration turn;
+  factory.WhileLocked(reload);
 }
 
 }  // namespace
