@@ -95,13 +95,18 @@ TEST_F(End, ForgetsWhatIsLoadedMeanwhile) {
 }
 
 TEST_F(End, LetsServicesOfTheSharedFactoryBeFoundByBeans) {
-  std::optional<CContainer> container(std::in_place, m_document.c_str(), true);
-  container->RegisterInstance("logger", MakeObject());
-  Object found;
-  m_word = [&] { found = CContainer().GetService("logger"); };
-  container.reset();
-  EXPECT_NE(found, nullptr);
-  EXPECT_EQ(CContainer().GetServiceCount("logger"), 0U);
+  for (const bool held : {false, true}) {
+    std::optional<CContainer> container(std::in_place, m_document.c_str(), true);
+    container->RegisterInstance("logger", MakeObject());
+    Object found;
+    m_word = [&] { found = CContainer().GetService("logger"); };
+    std::shared_ptr<Zorbel::IBeanFactory> factory = held ? container->GetFactory() : nullptr;
+    container.reset();
+    EXPECT_EQ(found == nullptr, held);
+    factory.reset();
+    EXPECT_NE(found, nullptr);
+    EXPECT_EQ(CContainer().GetServiceCount("logger"), 0U);
+  }
 }
 
 TEST_F(End, ComesAlsoWhenDestructorsGoOnMakingObjects) {
@@ -146,6 +151,14 @@ TEST_F(End, MayBeBroughtAboutAtAnyMoment) {
     });
   }
   EXPECT_EQ(services->GetServices("svc").size(), 2U);
+}
+
+TEST_F(End, MayTakeTheContainerWithItThatIsAssignedTo) {
+  m_word = [&] { m_container.reset(); };
+  CContainer next(nullptr);
+  const std::weak_ptr<Zorbel::IBeanFactory> assigned = next.GetFactory();
+  *m_container = std::move(next);
+  EXPECT_TRUE(!m_container && assigned.expired());
 }
 
 TEST_F(End, LetsTheDestructorOfAFailedBeanCallBack) {

@@ -81,6 +81,28 @@ class CBeanFactoryImpl::CCall {
   const std::string m_circle;
 };
 
+/// Deletes the factory, when it is empty. Owners that let go at the same time, and those that are no container, leave
+/// that to it.
+struct CBeanFactoryImpl::SDisposer {
+  void operator()(CBeanFactoryImpl* factory) const noexcept {
+    if (factory->m_goes || !factory->HasContent()) {
+      delete factory;
+      return;
+    }
+    try {
+      factory->EndOwnedAgain(*this);
+    } catch (const std::bad_alloc&) {
+      return;  // it is gone: the destructor needs no memory
+    }
+  }
+
+  OwnedAgain ownedAgain;
+};
+
+std::shared_ptr<CBeanFactoryImpl> CBeanFactoryImpl::Create(OwnedAgain ownedAgain) {
+  return {new CBeanFactoryImpl, SDisposer{ownedAgain}};
+}
+
 SBean CBeanFactoryImpl::GetBeanWrapper(const char* name, const SLibrary* library) noexcept {
   const char* bean = name != nullptr ? name : "";
   try {
@@ -135,7 +157,7 @@ std::shared_ptr<IObject> CBeanFactoryImpl::GetService(const char* typeId, unsign
     return nullptr;
   }
   auto* service = dynamic_cast<CServiceConfig*>(registration.get());
-  if (service == nullptr) {
+  if (service == nullptr || !service->HasMaker()) {
     Internal::Raise({"Core/Zorbel/src/CServiceConfig", "Zorbel::CServiceConfig::GetInstance"},
                     L"No constructor for service type registered");
   }
@@ -254,6 +276,17 @@ void CBeanFactoryImpl::EndUnlessShared(long owners) noexcept {
   } catch (const std::bad_alloc&) {
     return;  // the destructor needs no memory
   }
+}
+
+// The lock is free as long as nobody is told. Throws: std::bad_alloc, with the factory deleted.
+void CBeanFactoryImpl::EndOwnedAgain(const SDisposer& disposer) {
+  m_goes = true;
+  const std::shared_ptr<CBeanFactoryImpl> owner(this, disposer);
+  auto empty = std::make_shared<CFactoryState>(this);
+  m_goes = false;
+  const CCall call(*this);
+  disposer.ownedAgain(owner);
+  End(std::move(empty));
 }
 
 // No thread but this one knows the factory any more, and no owner can be had: the empty state need not outlive it.

@@ -20,10 +20,15 @@ inline constexpr const char* kResolutionFunction = "Zorbel::CBeanFactoryImpl::Ge
 /// The bean factory. One re-entrant lock guards all of it; it is held while beans and singleton services are created.
 /// Services that are kept are looked up under a lock of their own.
 /// Ownership: shared; while one of its calls runs, that call is an owner too. Whoever lets go of it as the last has its
-/// objects released first, when the factory still answers.
+/// objects released first, when the factory still answers, and can be owned anew.
 /// Throws: every operation but `GetBean` a `CException` where waiting for the lock would close a circle of threads.
 class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_this<CBeanFactoryImpl> {
  public:
+  /// Told of a factory that is owned again, while it ends, though its owners had let go of it.
+  using OwnedAgain = void (*)(const std::shared_ptr<CBeanFactoryImpl>& factory) noexcept;
+
+  static std::shared_ptr<CBeanFactoryImpl> Create(OwnedAgain ownedAgain);
+
   CBeanFactoryImpl() : CBeanFactoryImpl(std::make_shared<CFactoryState>(this)) {}
   ~CBeanFactoryImpl() override;
 
@@ -62,6 +67,7 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
  private:
   class COwner;
   class CCall;
+  struct SDisposer;
 
   explicit CBeanFactoryImpl(std::shared_ptr<CFactoryState> state) : m_state(std::move(state)) {}
 
@@ -69,6 +75,7 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
   std::optional<CStringT<char>> Merge(CXMLResource& resource);
   void CreateEagerBeans();
   bool HasContent() const;
+  void EndOwnedAgain(const SDisposer& disposer);
   void End(std::shared_ptr<CFactoryState> empty) noexcept;
   void ReleaseServices() noexcept;
 
@@ -80,6 +87,7 @@ class CBeanFactoryImpl : public IBeanFactory, public std::enable_shared_from_thi
   CbCriticalSection m_servicesLock;  // taken last, for a short time; what changes services or `m_state` has both
   std::shared_ptr<CFactoryState> m_state;
   bool m_inLastStep = false;  // of its end, when it takes no documents
+  bool m_goes = false;        // with its next last owner, whatever it holds
 };
 
 }  // namespace Zorbel

@@ -99,7 +99,7 @@ CContainer::CContainer() : m_factory(Internal::CreateFactory(true)) {
   }
 }
 
-CContainer::CContainer(std::nullptr_t) : m_factory(std::make_shared<CBeanFactoryImpl>()) {
+CContainer::CContainer(std::nullptr_t) : m_factory(Internal::CreateFactory(false)) {
   if (!m_factory) {
     Internal::Raise({kFile, kConstructor}, L"Could not create bean factory");
   }
@@ -135,7 +135,7 @@ CContainer& CContainer::operator=(CContainer&& other) noexcept {
   return *this;
 }
 
-CContainer::~CContainer() { Internal::Replace(m_factory, nullptr); }
+CContainer::~CContainer() { Internal::LetGo(m_factory); }
 
 bool CContainer::Exists(const char* name) const { return m_factory && m_factory->Exists(name); }
 
@@ -147,24 +147,24 @@ void CContainer::ReleaseInstance(std::shared_ptr<IObject> instance) {
 
 void CContainer::Reset() {
   CReport report;
-  const std::shared_ptr<IBeanFactory> factory = m_factory;
-  Implementation(factory, kReset).Clear();
+  const CContainer first = *this;
+  Implementation(first.m_factory, kReset).Clear();
   report.Write({kFile, kReset}, L"Resetting %s configuration... (%s)",
-               [&] { return Internal::IsSharedFactory(factory.get()) ? L"integrated" : L"stand-alone"; });
+               [&] { return Internal::IsSharedFactory(first.m_factory.get()) ? L"integrated" : L"stand-alone"; });
 }
 
 void CContainer::Reset(const char* xml) {
   CReport report;
-  const std::shared_ptr<IBeanFactory> factory = m_factory;
-  Reload(Implementation(factory, kReset), xml);
-  report.Write({kFile, kReset}, L"Resetting configuration from xml (%s)... (%s)", ModeOf(factory));
+  const CContainer first = *this;
+  Reload(Implementation(first.m_factory, kReset), xml);
+  report.Write({kFile, kReset}, L"Resetting configuration from xml (%s)... (%s)", ModeOf(first.m_factory));
 }
 
 void CContainer::Reset(const wchar_t* path) {
   CReport report;
-  const std::shared_ptr<IBeanFactory> factory = m_factory;
-  Reload(Implementation(factory, kReset), path);
-  report.Write({kFile, kReset}, L"Resetting configuration from file '%s' (%s)... (%s)", path, ModeOf(factory));
+  const CContainer first = *this;
+  Reload(Implementation(first.m_factory, kReset), path);
+  report.Write({kFile, kReset}, L"Resetting configuration from file '%s' (%s)... (%s)", path, ModeOf(first.m_factory));
 }
 
 ILibraryConfiguration& GetLocalLibrary() { return CLocalLibrary::Instance(); }

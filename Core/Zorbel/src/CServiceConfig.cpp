@@ -31,11 +31,25 @@ Holders& HoldersByInstance() {
 
 const void* WholeOf(const std::shared_ptr<IObject>& instance) { return dynamic_cast<const void*>(instance.get()); }
 
-// Runs in a destructor of a shared pointer, where an exception would end the process.
-void CallContained(const CServiceConfig::ReleaseFunction& function, const IObject* object) noexcept {
+bool Succeeds(const CServiceConfig::ReleaseFunction& function, const IObject* object) noexcept {
   try {
     function(object);
+    return true;
   } catch (...) {
+    return false;
+  }
+}
+
+// Runs in a destructor of a shared pointer, where an exception would end the process. Tells of one where the lock is
+// not held any more.
+template <class F>
+void ReleaseContained(F succeeds) noexcept {
+  bool succeeded = false;
+  {
+    const Internal::CReleaseLock lock;
+    succeeded = succeeds();
+  }
+  if (!succeeded) {
     Internal::Warn(logger, {kFile, "Zorbel::CServiceConfig::Release"},
                    L"Release function of a service threw exception");
   }
@@ -43,18 +57,19 @@ void CallContained(const CServiceConfig::ReleaseFunction& function, const IObjec
 
 struct SReleaser {
   void operator()(IObject* object) const noexcept {
-    CallReleaseFunction(object);
+    ReleaseContained([object] { return CallReleaseFunction(object); });
     delete object;
   }
 
  private:
-  static void CallReleaseFunction(const IObject* object) noexcept {
-    const Internal::CReleaseLock lock;
-    if (CServiceConfig::ReleaseFunction* entry = Releases().Lookup(object)) {
-      const CServiceConfig::ReleaseFunction function = std::move(*entry);
-      Releases().RemoveKey(object);
-      CallContained(function, object);
+  static bool CallReleaseFunction(const IObject* object) noexcept {
+    CServiceConfig::ReleaseFunction* entry = Releases().Lookup(object);
+    if (entry == nullptr) {
+      return true;
     }
+    const CServiceConfig::ReleaseFunction function = std::move(*entry);
+    Releases().RemoveKey(object);
+    return Succeeds(function, object);
   }
 };
 
@@ -62,20 +77,23 @@ struct SReleaser {
 // throw.
 std::shared_ptr<IObject> WrapNull(CServiceConfig::ReleaseFunction function) {
   return {static_cast<IObject*>(nullptr), [function = std::move(function)](const IObject* object) noexcept {
-            const Internal::CReleaseLock lock;
-            CallContained(function, object);
+            ReleaseContained([&] { return Succeeds(function, object); });
           }};
+}
+
+void EnterRelease(const IObject* object, const CServiceConfig::ReleaseFunction& function) {
+  const Internal::CReleaseLock lock;
+  Releases().SetAt(object).value = CServiceConfig::ReleaseFunction(function);  // copied before its entry is made
 }
 
 std::shared_ptr<IObject> WrapReleased(std::unique_ptr<IObject> made, const CServiceConfig::ReleaseFunction& function) {
   if (!made) {
     return WrapNull(function);
   }
-  const Internal::CReleaseLock lock;
   try {
-    Releases().SetAt(made.get()).value = CServiceConfig::ReleaseFunction(function);  // copied before its entry is made
+    EnterRelease(made.get(), function);
   } catch (...) {
-    CallContained(function, made.get());  // no instance goes without it
+    ReleaseContained([&] { return Succeeds(function, made.get()); });  // no instance goes without it
     throw;
   }
   return {made.release(), SReleaser()};
@@ -113,9 +131,6 @@ std::shared_ptr<IObject> CServiceConfig::GetInstance() {
 std::shared_ptr<IObject> CServiceConfig::Produce() {
   if (m_sharedMaker) {
     return m_sharedMaker();
-  }
-  if (!m_ownedMaker) {
-    Internal::Raise({kFile, "Zorbel::CServiceConfig::GetInstance"}, L"No constructor for service type registered");
   }
   std::unique_ptr<IObject> made = m_ownedMaker();
   const SharedReleaseFunction release = CurrentReleaseFunction();

@@ -28,8 +28,10 @@ class CServiceConfig : public ITypeRegistration {
   void SetReleaseFunction(ReleaseFunction function) override;
   ReleaseFunction GetReleaseFunction() const override;
 
+  bool HasMaker() const { return m_sharedMaker || m_ownedMaker; }
+
   /// Returns the kept instance, or else a new one, which a singleton keeps unless it is null.
-  /// Throws: `CException` when there is no maker; what the maker throws.
+  /// Requires: a maker. Throws: what that throws.
   std::shared_ptr<IObject> GetInstance();
 
   /// Returns the ready-made instance or the singleton's; empty when there is none yet. Takes no lock.

@@ -29,12 +29,20 @@ SSharedFactory& Slot() {
   return *slot;
 }
 
+// Containers that objects attach while the factory ends find it, unless there is another by now.
+void ShareAgain(const std::shared_ptr<CBeanFactoryImpl>& factory) noexcept {
+  const std::lock_guard lock(Slot().mutex);
+  if (Slot().factory.expired()) {
+    Slot().factory = factory;
+  }
+}
+
 std::shared_ptr<CBeanFactoryImpl> SharedFactory() {
   SSharedFactory& slot = Slot();
   const std::lock_guard lock(slot.mutex);
   std::shared_ptr<CBeanFactoryImpl> factory = slot.factory.lock();
   if (!factory) {
-    factory = std::make_shared<CBeanFactoryImpl>();
+    factory = CBeanFactoryImpl::Create(&ShareAgain);
     slot.factory = factory;
   }
   return factory;
@@ -59,6 +67,22 @@ bool TakeIntegration() {
   return true;
 }
 
+/// Watches, for the life of a scope, whether the container that has `held` is destroyed.
+class CReplacing {
+ public:
+  explicit CReplacing(const void* held) : m_frame{held, false, ThisThread().replacing} {
+    ThisThread().replacing = &m_frame;
+  }
+  ~CReplacing() { ThisThread().replacing = m_frame.outer; }
+  CReplacing(const CReplacing&) = delete;
+  CReplacing& operator=(const CReplacing&) = delete;
+
+  bool IsContainerGone() const { return m_frame.gone; }
+
+ private:
+  SReplacing m_frame;
+};
+
 /// Marks the thread as merging.
 class CLoading {
  public:
@@ -71,7 +95,8 @@ class CLoading {
 }  // namespace
 
 std::shared_ptr<IBeanFactory> CreateFactory(bool integrated) {
-  std::shared_ptr<IBeanFactory> factory = integrated ? SharedFactory() : std::make_shared<CBeanFactoryImpl>();
+  std::shared_ptr<IBeanFactory> factory =
+      integrated ? SharedFactory() : CBeanFactoryImpl::Create([](auto&) noexcept {});
   if (!factory) {
     Raise({kFile, "Zorbel::Internal::CreateFactory"}, L"Could not create bean factory");
   }
@@ -85,15 +110,26 @@ bool IsSharedFactory(const IBeanFactory* factory) {
   return factory != nullptr && shared.get() == factory;
 }
 
-// Bean code may assign to the container meanwhile: what it holds in the end is `next`.
+// Bean code may assign to the container meanwhile: what it holds in the end is `next`. It may also destroy it.
 void Replace(std::shared_ptr<IBeanFactory>& held, std::shared_ptr<IBeanFactory> next) noexcept {
   if (held == next) {
     return;
   }
   if (const auto factory = std::dynamic_pointer_cast<CBeanFactoryImpl>(held)) {
+    const CReplacing replacing(&held);
     factory->EndUnlessShared(2);
+    if (replacing.IsContainerGone()) {
+      return;
+    }
   }
   held.swap(next);
+}
+
+void LetGo(std::shared_ptr<IBeanFactory>& held) noexcept {
+  for (SReplacing* frame = ThisThread().replacing; frame != nullptr; frame = frame->outer) {
+    frame->gone = frame->gone || frame->held == &held;
+  }
+  Replace(held, nullptr);
 }
 
 CIntegration::CIntegration() : m_taken(TakeIntegration()) {}

@@ -22,6 +22,9 @@ bool IsSharedFactory(const IBeanFactory* factory);
 /// last owner, the factory's objects are released first, while the container still is good for every operation.
 void Replace(std::shared_ptr<IBeanFactory>& held, std::shared_ptr<IBeanFactory> next) noexcept;
 
+/// Has a container that is being destroyed refer to nothing, likewise.
+void LetGo(std::shared_ptr<IBeanFactory>& held) noexcept;
+
 /// The right to merge documents, which one thread of the process has at a time; a thread that has it may take it again.
 class CIntegration {
  public:

@@ -18,10 +18,18 @@ struct SResolving {
   const SResolving* outer;
 };
 
+/// A container that lets go of its factory, which may bring its own end about, on the stack of that.
+struct SReplacing {
+  const void* held;
+  bool gone;
+  SReplacing* outer;
+};
+
 /// What the library is doing on this thread, for all factories.
 struct SThreadState {
   const SResolving* resolving = nullptr;     ///< innermost
   const CArgumentList* arguments = nullptr;  ///< innermost
+  SReplacing* replacing = nullptr;           ///< innermost
   std::size_t resolutionDepth = 0;
   std::size_t factoryLocksHeld = 0;
   std::size_t releaseLocksHeld = 0;
