@@ -9,6 +9,7 @@
 #include "BasePool/CbExceptionContainer.h"
 #include "FailingOperations.h"
 #include "LiveInstances.h"
+#include "Platform/Thread.h"
 #include "Support/FailingAllocations.h"
 #include "Support/LogCapture.h"
 
@@ -93,7 +94,8 @@ struct STrial {
 
 class FactoryAllocationFailures : public testing::TestWithParam<SOperation> {
  protected:
-  FactoryAllocationFailures() : m_folder(fs::temp_directory_path() / (std::string("failing-") + GetParam().name)) {
+  FactoryAllocationFailures()
+      : m_folder(fs::temp_directory_path() / ("failing" + std::to_string(Platform::CurrentThreadId()))) {
     pugi::set_memory_management_functions(&Allocations::Allocate, &Allocations::Free);
     failing::Prepare(m_folder);
   }

@@ -106,7 +106,6 @@ Owned MakeCounted() {
   return part;
 }
 Owned MakeNull() { return nullptr; }
-Owned Throw() { throw Zorbel::CException("file", 1, "function", L"no product"); }
 
 void Nothing(SWorld&) {}
 void FillWith(SWorld& world, const std::string& text, bool integration) {
@@ -131,15 +130,12 @@ void FillAndRegister(SWorld& world) {
 }
 void FillSlowly(SWorld& world) {  // its end takes so long that the text of the time is no short one
   FillShared(world);
+  world.container->RegisterInstance(kOther, world.instance);
   const auto dawdle = [](IObject* object) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
     delete object;
   };
   world.container->RegisterInstance(kType, Object(new IPart, dawdle));
-}
-void RegisterShared(SWorld& world) {
-  world.container.emplace();
-  world.container->RegisterInstance(kType, world.instance);
 }
 struct SLargeFunction {
   void operator()(const IObject* product) const { toRelease -= product != nullptr ? 1 : 0; }
@@ -189,14 +185,12 @@ void Produce(SWorld& world) {  // as many as tables of the process have to grow 
 void ProduceNull(SWorld& world) { Require(world.container->GetService(kOther) == nullptr); }
 void RegisterPlain(SWorld& world) { Require(world.container->RegisterService(kOther, &MakePlain, true) != nullptr); }
 
-template <void (*operation)(SWorld&)>
-void WhileExitMethodsAsk(SWorld& world) {
+void Reset(SWorld& world) { world.container->Reset(); }
+void ResetWhileExitMethodsAsk(SWorld& world) {
   asked = &*world.container;
-  operation(world);
+  Reset(world);
   asked = nullptr;
 }
-void Reset(SWorld& world) { world.container->Reset(); }
-void Destroy(SWorld& world) { world.container.reset(); }
 
 void WriteToFile(SWorld& world) {
   Logging::SetSink(Logging::RotatingFileSink((world.folder / "lines.log").string().c_str(), 300, 2));
@@ -206,44 +200,30 @@ void WriteToFile(SWorld& world) {
 }
 
 const std::vector<SOperation> kOperations = {
-    {"MakeEmpty", &Nothing, [](SWorld& w) { w.container.emplace(nullptr); }},
-    {"MakeShared", &Nothing, [](SWorld& w) { w.container.emplace(); }},
-    {"LoadText", &Nothing, [](SWorld& w) { w.container.emplace(kBothText.c_str(), false); }},
     {"LoadShared", &Nothing, [](SWorld& w) { w.container.emplace(kBothText.c_str(), true); }},
     {"LoadFile", &Nothing, [](SWorld& w) { w.container.emplace(w.File("main.xml").c_str(), false); }},
     {"MergeText", &FillShared, [](SWorld& w) { w.merged.emplace(kSecondText.c_str(), true); }},
-    {"MergeFile", &FillShared, [](SWorld& w) { w.merged.emplace(w.File("second.xml").c_str(), true); }},
     {"MergeIntoLarge", &FillLarge, [](SWorld& w) { w.merged.emplace(kSecondText.c_str(), true); }},
-    {"MergeIntoServices", &RegisterShared, [](SWorld& w) { w.merged.emplace(kBothText.c_str(), true); }},
     {"RefuseMerge", &FillShared, [](SWorld& w) { RequireError([&] { w.merged.emplace(kFirstText.c_str(), true); }); }},
     {"RefuseDocument", &FillShared, [](SWorld& w) { RequireError([&] { w.merged.emplace("<zorbel>", true); }); }},
-    {"Exists", &FillBoth, [](SWorld& w) { Require(w.container->Exists("far") && !w.container->Exists("none")); }},
     {"GetBeans", &FillBoth, &GetBeans},
     {"RefuseBean", &Fill, [](SWorld& w) { Require(!w.container->GetBean("none of these, with a long name")); }},
-    {"GetServices", &FillAndRegister, [](SWorld& w) { Require(w.container->GetServices(kType).size() == 2); }},
     {"RegisterService", &FillAndRegister, &RegisterPlain},
     {"RegisterIntoLarge", &FillLarge, &RegisterPlain},
     {"RegisterInstance", &Fill, [](SWorld& w) { w.container->RegisterInstance(kOther, w.instance); }},
     {"RefuseInstance", &FillAndRegister,
      [](SWorld& w) { RequireError([&] { w.container->RegisterInstance(kType, w.instance); }); }},
     {"ReleaseInstance", &FillAndRegister, [](SWorld& w) { w.container->ReleaseInstance(w.instance); }},
-    {"RefuseRelease", &Fill, [](SWorld& w) { RequireError([&] { w.container->ReleaseInstance(w.instance); }); }},
     {"SetReleaseFunction", &RegisterMaker<&MakeNull>,
      [](SWorld& w) { w.registration->SetReleaseFunction(SLargeFunction()); }},
     {"Produce", &RegisterMaker<&MakeCounted>, &Produce},
     {"ProduceSingleton", &RegisterMaker<&MakeCounted, true>, &Produce},
     {"ProduceNull", &RegisterMaker<&MakeNull>, &ProduceNull},
     {"ProduceNullSingleton", &RegisterMaker<&MakeNull, true>, &ProduceNull},
-    {"FailToProduce", &RegisterMaker<&Throw>,
-     [](SWorld& w) { RequireError([&] { w.container->GetService(kOther); }); }},
-    {"Reset", &FillAndRegister, &Reset},
-    {"ResetSlowly", &FillSlowly, &Reset},
-    {"ResetAsking", &FillShared, &WhileExitMethodsAsk<&Reset>},
-    {"ResetToText", &FillAndRegister, [](SWorld& w) { w.container->Reset(kBothText.c_str()); }, true},
+    {"Reset", &FillSlowly, &Reset},
+    {"ResetAsking", &FillShared, &ResetWhileExitMethodsAsk},
     {"ResetToFile", &FillAndRegister, [](SWorld& w) { w.container->Reset(w.File("main.xml").c_str()); }, true},
-    {"Destroy", &FillAndRegister, &Destroy},
-    {"DestroyAsking", &Fill, &WhileExitMethodsAsk<&Destroy>},
-    {"AssignOver", &FillAndRegister, [](SWorld& w) { w.container = CContainer(nullptr); }},
+    {"Destroy", &FillAndRegister, [](SWorld& w) { w.container.reset(); }},
     {"RegisterFunction", &Nothing, [](SWorld&) { ZORBEL_REGISTER_CLASS(failing, CPart); }},
     {"RegisterTypeID", &Nothing,
      [](SWorld&) { Zorbel::GetLocalLibrary().RegisterTypeID("A long class name", kOther); }},
