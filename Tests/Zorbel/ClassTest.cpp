@@ -2,7 +2,6 @@
 
 #include <climits>
 #include <cstdint>
-#include <cstdlib>
 #include <map>
 #include <optional>
 #include <set>
@@ -173,17 +172,6 @@ ZORBEL_CLASS(kit, Ambiguous) {
 }
 
 namespace {
-
-/// Uses a declared class when all that tests made in functions is gone.
-struct SAtExit {
-  ~SAtExit() {
-    const std::unique_ptr<Zorbel::IBeanWrapper> wrapper(create_kit_CWhole_Wrapper());
-    if (wrapper->GetClassName() != std::string("kit::CWhole")) {
-      std::abort();
-    }
-  }
-};
-const SAtExit atExit;
 
 class DeclaredClass : public Beans {
  protected:

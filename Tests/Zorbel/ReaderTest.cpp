@@ -41,12 +41,8 @@ const std::string kReferenceError = "Error while parsing arguments of bean 'b': 
 
 TEST_F(Reader, RefusesADocumentForItsFirstMistake) {
   const std::string xmlError = "Error while parsing xml: Error when parssing 'zorbel'";
-  const std::string pathError = "Error (path not found) when parsing library in file ''";
   const std::string noNumber = "Value of numeric parameter must be numeric";
   const std::string noBool = "Value of bool parameter must be 'true' or 'false'";
-  const std::string noLoopName = "Empty attribute 'substitute' in bean for loop";
-  const std::string noArguments = "Error when parsing arguments of bean 'b': There are no arguments";
-  const std::string noProperty = "Error while parsing property: ";
   const std::string tooDeep = "Elements are nested too deeply";
   const std::string endless = "Loop over 'n' never ends";
   const std::string tooLong = "Loop over 'n' exceeds 1000000 passes";
@@ -55,44 +51,32 @@ TEST_F(Reader, RefusesADocumentForItsFirstMistake) {
       {"<zorbel>\n<library>\n</zorbel>", xmlError + " at line 3, column 3.", "CXMLResource"},
       {"<other/>", xmlError + ".", "CXMLResource"},
       {"\xEF\xBB\xBF", xmlError + ".", "CXMLResource"},
-      {"<zorbel><library/></zorbel>", pathError, "parseLibrary"},
-      {"<zorbel><library path=''/></zorbel>", pathError, "parseLibrary"},
+      {"<zorbel><library/></zorbel>", "Error (path not found) when parsing library in file ''", "parseLibrary"},
   };
   const SMistake kBeans[] = {
       {"<bean/>", "Missing class name when parsing type ''", "parseBean"},
-      {"<service name='x' class='' lazy='no'/>", "Missing class name when parsing type 'x'", "parseBean"},
       {"<foreach substitute='v'><bean name='x' class='%v%'/></foreach>", "Missing class name when parsing type 'x'",
        "parseBean"},
       {Bean("C' singleton='True"), noBool, "StringToBool"},
-      {Bean("C' lazy='"), noBool, "StringToBool"},
-      {Bean("C' autoname=' true"), noBool, "StringToBool"},
       {Bean("C' exported='0' lazy='true", "<constructor-arg/>"), noBool, "StringToBool"},
       {Bean("C", "<properties><property/></properties><constructor-arg/>"),
        "Error while parsing constructor arguments of bean 'b': There are no arguments", "parseConstructorArguments"},
-      {Bean("C", Argument("")), noArguments, "parseArgument"},
-      {Bean("C", Argument("<arguments/>")), noArguments, "parseArgument"},
+      {Bean("C", Argument("")), "Error when parsing arguments of bean 'b': There are no arguments", "parseArgument"},
       {Bean("C", Argument("<value>1</value><nullptr/>")), kReferenceError + "Type is not defined", "parseArgument"},
-      {Bean("C", Argument("<ref/>")), kReferenceError + "There is no valid reference bean or service name",
-       "parseArgument"},
       {Bean("C", Argument("<ref bean='' service=''/>")),
        kReferenceError + "There is no valid reference bean or service name", "parseArgument"},
       {Bean("C", Argument("<bean/>")), "Class name for unnamed bean not defined", "parseArgument"},
       {Bean("C", "<provides/><properties><property name=''/></properties>"),
-       noProperty + "There is no valid attribute 'name'", "parseProperty"},
-      {Bean("C", "<properties><property name='P'/></properties>"), noArguments, "parseArgument"},
+       "Error while parsing property: There is no valid attribute 'name'", "parseProperty"},
       {Bean("C", "<properties><property name='P'><arguments/></property></properties>"),
-       noProperty + "Missing arguments", "parseProperty"},
+       "Error while parsing property: Missing arguments", "parseProperty"},
       {Bean("C", "<provides><interface> </interface></provides>"),
        "Error while parsing interface: Missing interface name", "parseInterfaces"},
       {Bean("C", "<provides><for/></provides>"), noNumber, "StringToInt"},
       {"<bean name='m' class='Missing'/>" + Bean("C", "<provides><interface>INo</interface></provides>"),
        "Getting wrapper maker failed for class 'Missing'", "processBean"},
-      {"<for/>", noNumber, "StringToInt"},
-      {For("first='a' last='2'"), noNumber, "StringToInt"},
       {For("first='1' last='- 2'"), noNumber, "StringToInt"},
-      {"<for first='1' last='2' inc='' />", noNumber, "StringToInt"},
-      {"<for first='1' last='2'/>", noLoopName, "ParseContainer"},
-      {"<for first='3' last='1' substitute=''/>", noLoopName, "ParseContainer"},
+      {"<for first='3' last='1' substitute=''/>", "Empty attribute 'substitute' in bean for loop", "ParseContainer"},
       {"<foreach set='a'/>", "Empty attribute 'substitute' in bean foreach loop", "ParseContainer"},
       {For("first='1' last='2' inc='0'"), endless, "ParseContainer"},
       {For("first='1' last='2' inc='-1'"), endless, "ParseContainer"},
@@ -100,8 +84,6 @@ TEST_F(Reader, RefusesADocumentForItsFirstMistake) {
       {For("first='0' last='2000000000' inc='1500000000'"), endless, "ParseContainer"},
       {For("first='1' last='1000001'"), tooLong, "ParseContainer"},
       {"<foreach substitute='n' set='" + std::string(1'000'000, '|') + "x'/>", tooLong, "ParseContainer"},
-      {Nested(4, "<for substitute='n' first='1' last='1000000'/>", "<foreach substitute='v'><bean/></foreach>", ""),
-       "Configuration runs more than 4000000 loop passes", "ParseContainer"},
       {Foreach("a", "100%"), "Invalid substitution pattern", "Substitute"},
       {Foreach("50%", "%v%"), "Invalid substitution pattern", "Substitute"},
       {Foreach("a", "%V%"), "Missing substitution", "Substitute"},

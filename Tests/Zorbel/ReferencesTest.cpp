@@ -41,19 +41,6 @@ TEST_F(References, ArriveAsSharedPointersOrAsMissing) {
                                          L"Could not resolve bean 'b', unknown exception was thrown"}));
 }
 
-TEST_F(References, LiveUntilTheCallThatTheyAreMadeForReturns) {
-  m_classes.Add("T");
-  m_classes.Add("C");
-  Zorbel::CContainer container =
-      Load("<bean name='t' class='T'/>" +
-           Bean("C", Argument("<ref bean='t'/>") +
-                         "<properties><property name='Set'><ref bean='t'/></property></properties>"));
-  container.Exists("b");
-  Journal::Take();
-  const Object user = container.GetBean("b");
-  EXPECT_EQ(Journal::Take(), (Lines{"create T.T/0", "create C.C/1", "~T", "create T.T/0", "call C.Set/1", "~T"}));
-}
-
 TEST_F(References, AreMadeOnBehalfOfTheBeansLibraryAndDependenciesOfTheRequesters) {
   std::vector<bool> given;
   m_classes.Add("C");

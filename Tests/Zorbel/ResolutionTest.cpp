@@ -94,7 +94,7 @@ TEST_F(Resolution, MakesTheCallsOfABeanInOrder) {
       Load("<bean name='d' class='D'/><bean name='f' class='F' exported='false'/>" +
            Bean("a::b::C' autoname='true' init-method='Init' exit-method='Exit",
                 Argument("<ref bean='d'/>") +
-                    "<properties><property name='P'><arguments><argument><ref bean='none'/></argument>"
+                    "<properties><property name='P'><arguments><argument><ref bean='d'/></argument>"
                     "<argument><value type='int'>1</value></argument></arguments></property>"
                     "<property name='Q'><ref bean='none'/></property></properties>"
                     "<depends-on><bean-name>d</bean-name><bean-name>none</bean-name></depends-on>") +
@@ -104,8 +104,8 @@ TEST_F(Resolution, MakesTheCallsOfABeanInOrder) {
             (Lines{"make D", "make F", "make a::b::C", "types a::b::C.P/2", "types a::b::C.Q/1", "make D"}));
   const Object b = container.GetBean("b");
   EXPECT_EQ(Journal::Take(),
-            (Lines{"create D.D/0", "create D.D/0", "create a::b::C.C/1", "~D", "call a::b::C.SetName/1",
-                   "call a::b::C.P/2", "call a::b::C.Q/1", "call a::b::C.Init/0"}));
+            (Lines{"create D.D/0", "create D.D/0", "create a::b::C.C/1", "~D", "call a::b::C.SetName/1", "create D.D/0",
+                   "call a::b::C.P/2", "~D", "call a::b::C.Q/1", "call a::b::C.Init/0"}));
   const SCreation& creation = Cast(b)->creation;
   EXPECT_EQ(name + creation.exitMethod + creation.wrapper->GetClassName(), "bExita::b::C");
   ASSERT_TRUE(creation.dependencies.size() == 2 && creation.dependencies[1] == nullptr);
