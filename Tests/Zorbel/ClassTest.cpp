@@ -184,12 +184,8 @@ class DeclaredClass : public Beans {
     kit::made.clear();
   }
 
-  static std::string Values(std::initializer_list<std::pair<const char*, const char*>> typesAndTexts) {
-    std::string values;
-    for (const auto& [type, text] : typesAndTexts) {
-      values += "<argument><value type='" + std::string(type) + "'>" + text + "</value></argument>";
-    }
-    return values;
+  static std::string Value(const std::string& type, const std::string& text) {
+    return "<argument><value type='" + type + "'>" + text + "</value></argument>";
   }
   static std::string Property(const std::string& name, const std::string& arguments) {
     return "<properties><property name='" + name + "'><arguments>" + arguments + "</arguments></property></properties>";
@@ -199,9 +195,8 @@ class DeclaredClass : public Beans {
   /// Beans "part" and "plain", and "b" of the class that takes everything.
   static std::string Whole(const std::string& attributes, const std::string& content) {
     return "<bean name='part' class='kit::CPart' autoname='true' singleton='true'><constructor-arg>" +
-           Values({{"char*", "P-"}}) +
-           "</constructor-arg></bean><bean name='plain' class='kit::CPlain'><constructor-arg>" +
-           Values({{"int", "7"}}) + "</constructor-arg></bean>" + Bean("kit::CWhole" + attributes, content);
+           Value("char*", "P-") + "</constructor-arg></bean><bean name='plain' class='kit::CPlain'><constructor-arg>" +
+           Value("int", "7") + "</constructor-arg></bean>" + Bean("kit::CWhole" + attributes, content);
   }
 };
 
@@ -211,7 +206,7 @@ std::string Constructed(const std::string& arguments) { return "<constructor-arg
 
 TEST_F(DeclaredClass, ReceivesEveryKindOfParameter) {
   const std::string null = "<argument><nullptr/></argument>";
-  const std::string mode = Values({{"short", "4"}});
+  const std::string mode = Value("short", "4");
   const std::tuple<std::string, std::string, std::string> kBeans[] = {
       {"", "", "default;"},
       {"", Constructed(Ref("part") + mode), "P-part4;"},
@@ -220,35 +215,28 @@ TEST_F(DeclaredClass, ReceivesEveryKindOfParameter) {
       {"", Constructed(Ref("plain") + mode), "plain 7;"},
       {"' factory-method='Make", Constructed(Ref("part")), "part;default;"},
       {"' factory-method='Make", Constructed(Ref("nobody")), "no part;default;"},
-      {"", Property("Inherited", Values({{"char*", "base"}})), "default;base"},
+      {"", Property("Inherited", Value("char*", "base")), "default;base"},
       {"",
-       Property("SetNumbers", Values({{"bool", "true"},
-                                      {"char", "x"},
-                                      {"int8_t", "-1"},
-                                      {"uint8_t", "255"},
-                                      {"short", "-300"},
-                                      {"uint16_6", "60000"}})),
+       Property("SetNumbers", Value("bool", "true") + Value("char", "x") + Value("int8_t", "-1") +
+                                  Value("uint8_t", "255") + Value("short", "-300") + Value("uint16_6", "60000")),
        "default;1x59954;"},
       {"",
-       Property(
-           "SetMore",
-           Values({{"uint32_t", "1"}, {"long", "-2"}, {"unsigned long", "3"}, {"float", "0.5"}, {"double", "0.25"}})),
+       Property("SetMore", Value("uint32_t", "1") + Value("long", "-2") + Value("unsigned long", "3") +
+                               Value("float", "0.5") + Value("double", "0.25")),
        "default;2.750000;"},
-      {"", Property("SetTexts", Values({{"char*", "a"}, {"char*", "b"}, {"char*", "c"}, {"char*", "d"}})),
+      {"", Property("SetTexts", Value("char*", "a") + Value("char*", "b") + Value("char*", "c") + Value("char*", "d")),
        "default;abcd;"},
       {"",
-       Property("SetWide", Values({{"wchar_t*", "\xE2\x82\xAC"},
-                                   {"wchar_t*", "\xE2\x82\xAC"},
-                                   {"wchar_t*", "\xE2\x82\xAC"},
-                                   {"wchar_t*", "\xE2\x82\xAC"}})),
+       Property("SetWide", Value("wchar_t*", "\xE2\x82\xAC") + Value("wchar_t*", "\xE2\x82\xAC") +
+                               Value("wchar_t*", "\xE2\x82\xAC") + Value("wchar_t*", "\xE2\x82\xAC")),
        "default;wide;"},
       {"", Property("SetPart", Ref("part")), "default;needs P-part;"},
-      {"", Property("SetPart", null + Values({{"int", "1"}})), "default;has none;"},
-      {"", Property("Lambda", Values({{"int", "5"}})), "default;5;"},
-      {"", Property("SetEither", Values({{"int32_t", "5"}})), "default;number 5;"},
-      {"", Property("SetEither", Values({{"const char *", "five"}})), "default;text five;"},
+      {"", Property("SetPart", null + Value("int", "1")), "default;has none;"},
+      {"", Property("Lambda", Value("int", "5")), "default;5;"},
+      {"", Property("SetEither", Value("int32_t", "5")), "default;number 5;"},
+      {"", Property("SetEither", Value("const char *", "five")), "default;text five;"},
       {"", Property("SetMaybe", null + null), "default;-1none;"},
-      {"", Property("SetMaybe", Values({{"int", "1"}, {"char*", "one"}})), "default;1one;"},
+      {"", Property("SetMaybe", Value("int", "1") + Value("char*", "one")), "default;1one;"},
       {"' init-method='Fail", "", "default;"},
   };
   for (const auto& [attributes, content, expected] : kBeans) {
@@ -266,7 +254,7 @@ TEST_F(DeclaredClass, TellsWhyACallIsNotMade) {
   const std::string part = "kit::(anonymous namespace)::CPart";
   const std::string gaveUp = "Could not resolve bean 'b', unknown exception was thrown";
   const std::tuple<std::string, std::string, std::string, std::string> kFailures[] = {
-      {"", Constructed(Values({{"int", "1"}, {"int", "1"}, {"int", "1"}})),
+      {"", Constructed(Value("int", "1") + Value("int", "1") + Value("int", "1")),
        "Creation method 'CWhole'" + of + " takes 0 or 1 or 2 arguments, not 3", created},
       {"' factory-method='No", "", "Creation method 'No'" + of + " does not exist", created},
       {"' exit-method='No", "", "Exit method 'No'" + of + " does not exist or takes arguments", created},
@@ -274,21 +262,21 @@ TEST_F(DeclaredClass, TellsWhyACallIsNotMade) {
        "Init method of class 'kit::CWhole' does not exist or is not valid"},
       {"", Property("SetPart", Ref("nobody")), "Argument 1 of method 'SetPart'" + of + " is missing" + expected,
        "Could not set property 'SetPart' of bean 'b'"},
-      {"", Property("SetPart", Ref("plain") + Values({{"int", "1"}})),
+      {"", Property("SetPart", Ref("plain") + Value("int", "1")),
        "Argument 1 of method 'SetPart'" + of + " is a 'kit::(anonymous namespace)::CPlain'" + expected,
        "Could not set property 'SetPart' of bean 'b'"},
       {"' init-method='Fail", "", "Method 'Fail'" + of + " threw exception: refused",
        "Init method 'Fail' of class 'kit::CWhole' threw exception"},
       {"' init-method='FailOddly", "", "Method 'FailOddly'" + of + " threw exception: unknown exception",
        "Init method 'FailOddly' of class 'kit::CWhole' threw exception"},
-      {"", Constructed(Values({{"int", "-1"}})),
-       "Creation method 'CWhole'" + of + " threw exception: negative \xE2\x82\xAC", gaveUp},
-      {"", Constructed(Values({{"double", "1"}})),
+      {"", Constructed(Value("int", "-1")), "Creation method 'CWhole'" + of + " threw exception: negative \xE2\x82\xAC",
+       gaveUp},
+      {"", Constructed(Value("double", "1")),
        "Argument 1 of creation method 'CWhole'" + of + " is a 'double', expected 'int'", created},
-      {"", Constructed(Ref("part") + Values({{"char*", "4"}})),
+      {"", Constructed(Ref("part") + Value("char*", "4")),
        "Argument 2 of creation method 'CWhole'" + of + " is a 'const char*', expected 'short'", created},
-      {"", Property("No", Values({{"int", "1"}})), "Method 'No'" + of + " does not exist", gaveUp},
-      {"", Property("Inherited", Values({{"char*", "1"}, {"char*", "2"}})),
+      {"", Property("No", Value("int", "1")), "Method 'No'" + of + " does not exist", gaveUp},
+      {"", Property("Inherited", Value("char*", "1") + Value("char*", "2")),
        "Method 'Inherited'" + of + " takes 1 arguments, not 2", gaveUp},
       {"", Property("SetEither", null), "Argument 1 of method 'SetEither'" + of + " is missing, expected 'int'",
        "Could not set property 'SetEither' of bean 'b'"},
@@ -297,8 +285,8 @@ TEST_F(DeclaredClass, TellsWhyACallIsNotMade) {
        "Could not set property 'Inherited' of bean 'b'"},
       {"", Property("Inherited", null), "Argument 1 of method 'Inherited'" + of + " is missing, expected 'const char*'",
        "Could not set property 'Inherited' of bean 'b'"},
-      {"' factory-method='MakePart", Constructed(Values({{"char*", ""}})), "", created},
-      {"' init-method='Fail' factory-method='MakePart", Constructed(Values({{"char*", "P"}})),
+      {"' factory-method='MakePart", Constructed(Value("char*", "")), "", created},
+      {"' init-method='Fail' factory-method='MakePart", Constructed(Value("char*", "P")),
        "Method 'Fail'" + of + " cannot be called on a '" + part + "'",
        "Init method of class 'kit::CWhole' does not exist or is not valid"},
   };
@@ -328,7 +316,7 @@ TEST_F(DeclaredClass, TellsWhyACallIsNotMade) {
   for (const char* header : {"ClassRecord", "ClassWrapper", "Overloads"}) {
     EXPECT_EQ(places[std::string("Zorbel/detail/") + header].size(), 2U) << header;
   }
-  Load(Bean("kit::CPlain' autoname='true", Constructed(Values({{"int", "7"}})))).GetBean("b");
+  Load(Bean("kit::CPlain' autoname='true", Constructed(Value("int", "7")))).GetBean("b");
   EXPECT_EQ(
       m_log.Warnings(),
       (WideLines{L"Argument 1 of method 'SetName' of class 'kit::CPlain' is a 'const char*', expected 'const wchar_t*'",
@@ -348,19 +336,18 @@ TEST_F(DeclaredClass, BuildsNoLineThatIsNotWritten) {
 
 TEST_F(DeclaredClass, ReportsItsParameterTypesToTools) {
   const auto wrapper = std::unique_ptr<Zorbel::IBeanWrapper>(create_kit_CWhole_Wrapper());
-  Lines types;
-  wrapper->GetParameterTypes("SetMore", 5, types);
-  EXPECT_EQ(types, (Lines{"unsigned int", "long", "unsigned long", "float", "double"}));
-  types.clear();
-  wrapper->GetParameterTypes("SetPart", 2, types);
-  EXPECT_EQ(types, (Lines{"std::shared_ptr<kit::(anonymous namespace)::IPart>", "int"}));
-  types.clear();
-  wrapper->GetCreationParameterTypes("CWhole", 2, types);
-  EXPECT_EQ(types, (Lines{"std::shared_ptr<kit::(anonymous namespace)::IPart>", "short"}));
-  types.clear();
-  wrapper->GetParameterTypes("SetMore", 4, types);
-  wrapper->GetCreationParameterTypes("No", 0, types);
-  EXPECT_EQ(types, Lines());
+  const auto typesOf = [&](auto get, const char* method, std::size_t count) {
+    Lines types;
+    ((*wrapper).*get)(method, count, types);
+    return types;
+  };
+  const auto ofCall = &Zorbel::IBeanWrapper::GetParameterTypes;
+  const auto ofCreation = &Zorbel::IBeanWrapper::GetCreationParameterTypes;
+  const std::string part = "std::shared_ptr<kit::(anonymous namespace)::IPart>";
+  EXPECT_EQ(typesOf(ofCall, "SetMore", 5), (Lines{"unsigned int", "long", "unsigned long", "float", "double"}));
+  EXPECT_EQ(typesOf(ofCall, "SetPart", 2), (Lines{part, "int"}));
+  EXPECT_EQ(typesOf(ofCreation, "CWhole", 2), (Lines{part, "short"}));
+  EXPECT_TRUE(typesOf(ofCall, "SetMore", 4).empty() && typesOf(ofCreation, "No", 0).empty());
 }
 
 TEST_F(DeclaredClass, RunsItsExitMethodOnceWhileItsDependenciesLive) {
@@ -368,19 +355,17 @@ TEST_F(DeclaredClass, RunsItsExitMethodOnceWhileItsDependenciesLive) {
   const std::string depends = "<bean name='d' class='D'/>";
   const std::string on = "<depends-on><bean-name>d</bean-name></depends-on>";
   const std::pair<std::string, Lines> kExits[] = {
-      {Bean("kit::CPart' exit-method='Stop", Constructed(Values({{"char*", "x"}})) + on), {"stop x", "~x", "~D"}},
-      {Bean("kit::CPart", Constructed(Values({{"char*", "x"}})) + on), {"~x", "~D"}},
-      {Bean("kit::CPlain' exit-method='Stop", Constructed(Values({{"int", "1"}})) + on),
-       {"stop plain", "~plain", "~D"}},
-      {Bean("kit::CWhole' exit-method='StopPart' factory-method='MakePart", Constructed(Values({{"char*", "x"}})) + on),
+      {Bean("kit::CPart' exit-method='Stop", Constructed(Value("char*", "x")) + on), {"stop x", "~x", "~D"}},
+      {Bean("kit::CPart", Constructed(Value("char*", "x")) + on), {"~x", "~D"}},
+      {Bean("kit::CPlain' exit-method='Stop", Constructed(Value("int", "1")) + on), {"stop plain", "~plain", "~D"}},
+      {Bean("kit::CWhole' exit-method='StopPart' factory-method='MakePart", Constructed(Value("char*", "x")) + on),
        {"stop x", "~x", "~D"}},
       {Bean("kit::CWhole' exit-method='Stop' factory-method='MakeHiddenPart", on), {"stop hidden", "~hidden", "~D"}},
       {Bean("kit::CPart' exit-method='Stop' factory-method='MakeHiddenPart' factory-bean='f", on) +
            "<bean name='f' class='kit::CWhole'/>",
        {"stop hidden", "~hidden", "~D"}},
       {Bean("kit::CWhole' exit-method='Close' factory-method='MakeDoor", on), {"close door", "~door", "~D"}},
-      {Bean("kit::CWhole' exit-method='FailPart' factory-method='MakePart", Constructed(Values({{"char*", "x"}}))),
-       {"~x"}},
+      {Bean("kit::CWhole' exit-method='FailPart' factory-method='MakePart", Constructed(Value("char*", "x"))), {"~x"}},
   };
   for (const auto& [beans, expected] : kExits) {
     Object object = Load(beans + depends).GetBean("b");
@@ -395,7 +380,7 @@ TEST_F(DeclaredClass, RunsItsExitMethodOnceWhileItsDependenciesLive) {
 TEST_F(DeclaredClass, IsHandedOutAsAnyOfItsBases) {
   Zorbel::CContainer container =
       Load(Whole("", "") + "<bean name='p2' class='kit::CWhole' factory-method='MakePlain'>" +
-           Constructed(Values({{"int", "9"}})) + "</bean>");
+           Constructed(Value("int", "9")) + "</bean>");
   EXPECT_EQ(container.GetBean<kit::IPart>("part")->Text(), "P-part");
   EXPECT_EQ(container.GetBean<kit::CPlain>("plain")->Number(), 7);
   EXPECT_EQ(container.GetBean<kit::CPlain>("p2")->Number(), 9);
@@ -427,20 +412,19 @@ TEST_F(DeclaredClass, ServesItsInterfaceByType) {
 }
 
 TEST_F(DeclaredClass, OfAModuleIsFoundWithItsInterfaceAndItsStampChecked) {
-  const std::string document =
-      "<zorbel><library path='kitplugin'><beans><bean name='b' class='kit::CGreeter'>"
-      "<provides><interface>IKitGreeter</interface></provides></bean></beans></library></zorbel>";
-  EXPECT_NE(Zorbel::CContainer(document.c_str(), false).GetService("kit.IGreeter"), nullptr);
+  const auto load = [](const std::string& library, const std::string& bean) {
+    const std::string document =
+        "<zorbel><library path='" + library + "'><beans>" + bean + "</beans></library></zorbel>";
+    return Zorbel::CContainer(document.c_str(), false);
+  };
+  const std::string provider = Bean("kit::CGreeter", "<provides><interface>IKitGreeter</interface></provides>");
+  EXPECT_NE(load("kitplugin", provider).GetService("kit.IGreeter"), nullptr);
 
-  const std::string foreign =
-      "<zorbel><library path='foreignstamp'><beans>" + Bean("C") + "</beans></library></zorbel>";
-  const std::wstring error = ErrorOf([&] { Zorbel::CContainer(foreign.c_str(), false).Exists("b"); });
+  const std::wstring error = ErrorOf([&] { load("foreignstamp", Bean("C")).Exists("b"); });
   EXPECT_EQ(error.find(L"Library 'foreignstamp' was built for another binary interface (module: interface 99, "), 0U);
   EXPECT_NE(error.find(L", Zorbel 9.8.7, "), std::wstring::npos);
   EXPECT_NE(error.find(L"; library: interface 1, "), std::wstring::npos);
   EXPECT_EQ(Origin(), "Zorbel::CDynamicLibrary::CDynamicLibrary in Core/Zorbel/src/CDynamicLibrary");
 
-  const std::string shorter = "<zorbel><library path='shortstamp'><beans>" + Bean("C") + "</beans></library></zorbel>";
-  EXPECT_EQ(ErrorOf([&] { Zorbel::CContainer(shorter.c_str(), false).Exists("b"); }),
-            L"Getting wrapper maker failed for class 'C'");
+  EXPECT_EQ(ErrorOf([&] { load("shortstamp", Bean("C")).Exists("b"); }), L"Getting wrapper maker failed for class 'C'");
 }

@@ -55,7 +55,6 @@ std::string Utf16(const std::string& ascii, const std::string& mark) {
 TEST_F(Loading, NamesTheFileThatCannotBeRead) {
   Write("empty.xml", "");
   Write("broken.xml", "<zorbel>\n <library>");
-  Write("none.xml", "<other/>");
   Write("nopath.xml", "<zorbel><library/></zorbel>");
   Write("noinclude.xml", "<zorbel><library/><include path=''/></zorbel>");
   Write("outer.xml", {"sub/inner.xml"}, "o");
@@ -72,7 +71,6 @@ TEST_F(Loading, NamesTheFileThatCannotBeRead) {
       {"large.xml", L"File '" + Name("large.xml") + L"' is larger than 1073741824 bytes"},
       {"empty.xml", parseError("empty.xml", L"")},
       {"broken.xml", parseError("broken.xml", L" at line 2, column 11")},
-      {"none.xml", parseError("none.xml", L"")},
       {"nopath.xml", L"Error (path not found) when parsing library in file '" + Name("nopath.xml") + L"'"},
       {"noinclude.xml", L"Missing argument 'path' in include tag"},
       {"outer.xml", L"File '" + Prefix() + L"sub\\..\\missing.xml' not found"},

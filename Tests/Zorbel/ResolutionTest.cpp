@@ -26,6 +26,15 @@ std::string Dependent(const std::string& name, const std::string& on) {
   return "<bean name='" + name + "' class='C'><depends-on><bean-name>" + on + "</bean-name></depends-on></bean>";
 }
 
+/// Beans "n0" and so on, each of which depends on the next.
+std::string Chain(int count) {
+  std::string beans;
+  for (int i = 0; i < count; ++i) {
+    beans += Dependent(Numbered("n", i), Numbered("n", i + 1));
+  }
+  return beans;
+}
+
 }  // namespace
 
 TEST_F(Resolution, GivesUpWithAWarningAndLeavesNothingBehind) {
@@ -158,11 +167,8 @@ TEST_F(Resolution, BreaksCyclesWhereTheyClose) {
 TEST_F(Resolution, NestsToTheLimitAndNoDeeper) {
   m_classes.Add("C");
   const std::string last = Numbered("n", kDeepestRecursion + 1);
-  std::string beans = "<bean name='" + last + "' class='C' singleton='true' lazy='false'/>";
-  for (int i = 0; i <= kDeepestRecursion; ++i) {
-    beans += Dependent(Numbered("n", i), Numbered("n", i + 1));
-  }
-  CContainer container = Load(beans);
+  const std::string eager = "<bean name='" + last + "' class='C' singleton='true' lazy='false'/>";
+  CContainer container = Load(eager + Chain(kDeepestRecursion + 1));
   EXPECT_NE(container.GetBean("n1"), nullptr);
   EXPECT_EQ(m_log.Warnings(), WideLines());
   EXPECT_NE(container.GetBean("n0"), nullptr);
@@ -173,11 +179,7 @@ TEST_F(Resolution, NestsToTheLimitAndNoDeeper) {
 
 TEST_F(Resolution, EndsWithAWarningWhereTheStackOfAThreadDoes) {
   m_classes.Add("C");
-  std::string beans = "<bean name='n1000' class='C'/>";
-  for (int i = 0; i < 1000; ++i) {
-    beans += Dependent(Numbered("n", i), Numbered("n", i + 1));
-  }
-  const CContainer container = Load(beans);
+  const CContainer container = Load("<bean name='n1000' class='C'/>" + Chain(1000));
   for (const std::size_t kibibytes : {96, 256, 512}) {
     m_log.Clear();
     RunOnThread(kibibytes * 1024, [&] { EXPECT_NE(container.GetBean("n0"), nullptr); });
