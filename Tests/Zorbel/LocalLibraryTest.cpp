@@ -25,12 +25,14 @@ TEST_F(LocalLibrary, FindsWhatWasRegisteredLastUnderExactlyThatName) {
 
 TEST_F(LocalLibrary, GivesInterfacesTheTypeIdRegisteredLast) {
   m_classes.Add("C");
-  const std::string provider = "<bean name='b' class='C'><provides><interface>ILate</interface></provides></bean>";
-  EXPECT_EQ(ErrorOf([&] { Load(provider); }), L"No type id for class 'ILate' registered");
+  const auto provider = [](const std::string& name) {
+    return Bean("C", "<provides><interface>" + name + "</interface></provides>");
+  };
+  EXPECT_EQ(ErrorOf([&] { Load(provider("INever")); }), L"No type id for class 'INever' registered");
   EXPECT_EQ(Origin(), "Zorbel::CLocalLibrary::GetTypeID in Core/Zorbel/src/CLocalLibrary");
   Local().RegisterTypeID("ILate", "late");
-  EXPECT_EQ(Load(provider).GetServiceCount("late"), 1U);
+  EXPECT_EQ(Load(provider("ILate")).GetServiceCount("late"), 1U);
   Local().RegisterTypeID("ILate", nullptr);
-  EXPECT_EQ(Load(provider).GetServiceCount(""), 1U);
+  EXPECT_EQ(Load(provider("ILate")).GetServiceCount(""), 1U);
   EXPECT_EQ(ErrorOf([] { Local().RegisterTypeID(nullptr, "x"); }), L"RegisterTypeID: the class name is null");
 }
