@@ -13,8 +13,8 @@ using namespace Test;
 using Zorbel::CContainer;
 
 // Factories are locked in circles here, which are no deadlocks, as the lock finds them itself.
-extern "C" const char* __tsan_default_suppressions();
-extern "C" const char* __tsan_default_suppressions() { return "deadlock:CFactoryMutex"; }
+ZORBEL_PLUGIN_EXPORT const char* __tsan_default_suppressions();
+const char* __tsan_default_suppressions() { return "deadlock:CFactoryMutex"; }
 
 namespace {
 

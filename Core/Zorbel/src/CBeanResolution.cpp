@@ -98,12 +98,11 @@ bool CBeanResolution::DependsOnItself() const {
   for (const auto* frame = Internal::ThisThread().resolving; frame != nullptr && !found; frame = frame->outer) {
     found = frame->bean == m_definition;
   }
-  if (!found || !logger.IsLogLevelEnabled(Internal::ELogLevel::warning)) {
-    return found;
+  if (found) {
+    GiveUp(Here(), L"Bean '%s' depends on itself (%s)", m_name,
+           [this] { return Internal::PathOf(Internal::ThisThread().resolving, m_name); });
   }
-  GiveUp(Here(), L"Bean '%s' depends on itself (%s)", m_name,
-         Internal::PathOf(Internal::ThisThread().resolving, m_name));
-  return true;
+  return found;
 }
 
 void CBeanResolution::ResolveDependencies() {
