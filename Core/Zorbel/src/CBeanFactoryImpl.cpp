@@ -157,6 +157,9 @@ std::shared_ptr<IObject> CBeanFactoryImpl::GetService(const char* typeId, unsign
     return nullptr;
   }
   auto* service = dynamic_cast<CServiceConfig*>(registration.get());
+  if (std::shared_ptr<IObject> kept = service != nullptr ? service->GetKeptInstance() : nullptr) {
+    return kept;  // another registration may stand here by now
+  }
   if (service == nullptr || !service->HasMaker()) {
     Internal::Raise({"Core/Zorbel/src/CServiceConfig", "Zorbel::CServiceConfig::GetInstance"},
                     L"No constructor for service type registered");
