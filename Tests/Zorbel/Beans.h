@@ -33,6 +33,16 @@ inline Zorbel::CContainer Load(const std::string& beans) { return LoadText(Docum
 
 inline std::unique_ptr<Zorbel::IObject> MakeObject() { return std::make_unique<CTestObject>("S", SCreation{}); }
 
+/// Calls back when it is destroyed.
+class CLastWord : public Zorbel::IObject {
+ public:
+  explicit CLastWord(std::function<void()> word) : m_word(std::move(word)) {}
+  ~CLastWord() override { m_word(); }
+
+ private:
+  std::function<void()> m_word;
+};
+
 /// Returns the message of the error that `f` raises, if it does.
 template <class F>
 std::wstring ErrorOf(F f) {

@@ -9,16 +9,6 @@ using Zorbel::CContainer;
 
 namespace {
 
-/// Calls back when it is destroyed.
-class CLastWord : public Zorbel::IObject {
- public:
-  explicit CLastWord(std::function<void()> word) : m_word(std::move(word)) {}
-  ~CLastWord() override { m_word(); }
-
- private:
-  std::function<void()> m_word;
-};
-
 /// A container with the singleton "s" of a class whose destructor runs a function of the test.
 class End : public Beans {
  protected:

@@ -21,16 +21,6 @@ namespace {
 constexpr int kFactories = 4;
 constexpr int kRounds = 300;
 
-/// Runs a function at its own end.
-class CLastWord : public Zorbel::IObject {
- public:
-  explicit CLastWord(const std::function<void()>& word) : m_word(word) {}
-  ~CLastWord() override { m_word(); }
-
- private:
-  const std::function<void()> m_word;
-};
-
 /// Containers each of which has the beans "plain", "r" and "w"; an "r" runs `m_hook` with the container's number when
 /// it is made, a "w" runs `m_word` when it goes.
 class WaitingThreads : public Beans {
