@@ -8,8 +8,8 @@
 
 #include "BasePool/CbExceptionContainer.h"
 #include "FailingOperations.h"
-#include "LiveInstances.h"
 #include "Platform/Thread.h"
+#include "Resolution/LiveInstances.h"
 #include "Support/FailingAllocations.h"
 #include "Support/LogCapture.h"
 

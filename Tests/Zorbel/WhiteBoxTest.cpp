@@ -1,12 +1,12 @@
 // What the library does without showing it.
 
 #include "Beans.h"
-#include "CBeanFactoryImpl.h"
-#include "Expansion.h"
-#include "LiteralConversion.h"
-#include "LiveInstances.h"
-#include "SLoad.h"
+#include "Factory/CBeanFactoryImpl.h"
+#include "Reader/Expansion.h"
+#include "Reader/SLoad.h"
+#include "Resolution/LiveInstances.h"
 #include "Together.h"
+#include "Values/LiteralConversion.h"
 
 using namespace Test;
 

@@ -1,0 +1,162 @@
+#include "Container/Internal.h"
+
+#include <mutex>
+#include <utility>
+
+#include "BasePool/CbNeverDestroyed.h"
+#include "Errors/Raise.h"
+#include "Factory/CBeanFactoryImpl.h"
+#include "Threads/ThreadState.h"
+
+namespace Zorbel::Internal {
+namespace {
+
+constexpr const char* kFile = "Core/Zorbel/src/CContainer";
+constexpr const char* kIntegrate = "Zorbel::Internal::IntegrateResource";
+
+std::mutex& IntegrationMutex() {
+  static const CbNeverDestroyed<std::mutex> mutex;
+  return *mutex;
+}
+
+struct SSharedFactory {
+  std::mutex mutex;  // apart from the one above: a bean built under that may construct a container
+  std::weak_ptr<CBeanFactoryImpl> factory;
+};
+
+SSharedFactory& Slot() {
+  static const CbNeverDestroyed<SSharedFactory> slot;
+  return *slot;
+}
+
+// Containers that objects attach while the factory ends find it, unless there is another by now.
+void ShareAgain(const std::shared_ptr<CBeanFactoryImpl>& factory) noexcept {
+  const std::lock_guard lock(Slot().mutex);
+  if (Slot().factory.expired()) {
+    Slot().factory = factory;
+  }
+}
+
+std::shared_ptr<CBeanFactoryImpl> SharedFactory() {
+  SSharedFactory& slot = Slot();
+  const std::lock_guard lock(slot.mutex);
+  std::shared_ptr<CBeanFactoryImpl> factory = slot.factory.lock();
+  if (!factory) {
+    factory = CBeanFactoryImpl::Create(&ShareAgain);
+    slot.factory = factory;
+  }
+  return factory;
+}
+
+// The mutex comes before any factory's lock. Code that runs under one must not wait for the mutex: its holder may be
+// waiting for that lock.
+bool TakeIntegration() {
+  SThreadState& thread = ThisThread();
+  RequireNotLoading();
+  if (thread.holdsIntegration) {
+    return false;
+  }
+  if (!IntegrationMutex().try_lock()) {
+    if (thread.factoryLocksHeld > 0) {
+      Raise({kFile, kIntegrate}, L"Configuration is being loaded by another thread");
+    }
+    const CReleasePause pause;
+    IntegrationMutex().lock();
+  }
+  thread.holdsIntegration = true;
+  return true;
+}
+
+/// Watches, for the life of a scope, whether the container that has `held` is destroyed.
+class CReplacing {
+ public:
+  explicit CReplacing(const void* held) : m_frame{held, false, ThisThread().replacing} {
+    ThisThread().replacing = &m_frame;
+  }
+  ~CReplacing() { ThisThread().replacing = m_frame.outer; }
+  CReplacing(const CReplacing&) = delete;
+  CReplacing& operator=(const CReplacing&) = delete;
+
+  bool IsContainerGone() const { return m_frame.gone; }
+
+ private:
+  SReplacing m_frame;
+};
+
+/// Marks the thread as merging.
+class CLoading {
+ public:
+  CLoading() { ThisThread().loading = true; }
+  ~CLoading() { ThisThread().loading = false; }
+  CLoading(const CLoading&) = delete;
+  CLoading& operator=(const CLoading&) = delete;
+};
+
+}  // namespace
+
+std::shared_ptr<IBeanFactory> CreateFactory(bool integrated) {
+  std::shared_ptr<IBeanFactory> factory =
+      integrated ? SharedFactory() : CBeanFactoryImpl::Create([](auto&) noexcept {});
+  if (!factory) {
+    Raise({kFile, "Zorbel::Internal::CreateFactory"}, L"Could not create bean factory");
+  }
+  return factory;
+}
+
+bool IsSharedFactory(const IBeanFactory* factory) {
+  std::shared_ptr<IBeanFactory> shared;  // released, perhaps as the last, outside the mutex
+  const std::lock_guard lock(Slot().mutex);
+  shared = Slot().factory.lock();
+  return factory != nullptr && shared.get() == factory;
+}
+
+// Bean code may assign to the container meanwhile: what it holds in the end is `next`. It may also destroy it.
+void Replace(std::shared_ptr<IBeanFactory>& held, std::shared_ptr<IBeanFactory> next) noexcept {
+  if (held == next) {
+    return;
+  }
+  if (const auto factory = std::dynamic_pointer_cast<CBeanFactoryImpl>(held)) {
+    const CReplacing replacing(&held);
+    factory->EndUnlessShared(2);
+    if (replacing.IsContainerGone()) {
+      return;
+    }
+  }
+  held.swap(next);
+}
+
+void LetGo(std::shared_ptr<IBeanFactory>& held) noexcept {
+  for (SReplacing* frame = ThisThread().replacing; frame != nullptr; frame = frame->outer) {
+    frame->gone = frame->gone || frame->held == &held;
+  }
+  Replace(held, nullptr);
+}
+
+CIntegration::CIntegration() : m_taken(TakeIntegration()) {}
+
+CIntegration::~CIntegration() {
+  if (m_taken) {
+    ThisThread().holdsIntegration = false;
+    IntegrationMutex().unlock();
+  }
+}
+
+void RequireNotLoading() {
+  if (ThisThread().loading) {
+    Raise({kFile, kIntegrate}, L"Configuration is being loaded on this thread");
+  }
+}
+
+void IntegrateResource(CBeanFactoryImpl& factory, CXMLResource& resource) {
+  std::optional<CStringT<char>> overridden;
+  {
+    const CIntegration integration;
+    const CLoading loading;
+    overridden = factory.Integrate(resource);
+  }
+  if (overridden) {
+    CXMLResource::RaiseOverride(*overridden);
+  }
+}
+
+}  // namespace Zorbel::Internal
