@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "XmlParser/CLineIndex.h"
+
 namespace {
 
 XMLNode Parse(const std::string& text, XMLResults& results) {
@@ -123,6 +125,50 @@ TEST(XmlParser, WalksVisitTheChildrenOfTheirNamesInOrder) {
   EXPECT_TRUE(root.getChildNode("a", &nextA).isEmpty() && root.getChildNode("b", &nextB).isEmpty());
 }
 
+TEST(XmlParser, RangesAreThoseOfElementsTagsAndAttributes) {
+  const std::string start = "<!DOCTYPE a [<!ENTITY a '<a>'>]><b/><zorbel>\xE2\x82\xAC<b><a/></b>";
+  const std::tuple<std::string, std::string, std::vector<std::string>> cases[] = {
+      // a tag, what belongs to the element behind it, and the attributes
+      {"<A/>", "", {}},
+      {"<a\n B = '\xC3\xA9>' b=\"/\" />", "", {"B = '\xC3\xA9>'", "b=\"/\""}},
+      {"<A b='<'>", "&x;<!-- </a> --><b/><a></a></a\n>", {"b='<'"}},
+      {"<a>", "<![CDATA[</a>]]><?b </a>?></a>", {}},
+  };
+  for (const auto& [tag, rest, attributes] : cases) {
+    const std::string text = start + tag + rest + "</zorbel>";
+    const auto piece = [&text](XMLRange range) { return text.substr(range.begin, range.end - range.begin); };
+    std::vector<XMLFailure> failures;
+    const XMLNode node = XMLNode::parseLocated(text.c_str(), "zorbel", failures).getChildNode("a");
+    EXPECT_EQ(std::tuple(node.getPosition(), node.getRange().begin), std::tuple(5U, start.size()));
+    EXPECT_EQ(std::tuple(piece(node.getTagRange()), piece(node.getRange())), std::tuple(tag, tag + rest));
+    ASSERT_EQ(node.getAttributeCount(), static_cast<int>(attributes.size()));
+    for (int i = 0; i < node.getAttributeCount(); ++i) {
+      EXPECT_EQ(piece(node.getAttributeRange(i)), attributes[i]);
+      EXPECT_EQ(piece(node.getAttributeRange(node.getAttributeName(i))), attributes[0]);  // the first of equal ones
+    }
+  }
+}
+
+TEST(XmlParser, AllFailuresAreToldUpToTheOneThatEndsTheReading) {
+  constexpr auto kUtf8 = XmlParser::ECharacters::kUtf8;
+  constexpr auto kBytes = XmlParser::ECharacters::kSingleBytes;
+  constexpr XMLError kName = eXMLErrorUnknownCharacterEntity;
+  const std::tuple<std::string, bool, XmlParser::ECharacters, std::vector<std::tuple<XMLError, int, int>>> cases[] = {
+      {"<zorbel a='&x;'>\n\xC3\xA9&<b>&#0;</b></zorbel>", true, kUtf8, {{kName, 1, 12}, {kName, 2, 2}, {kName, 2, 6}}},
+      {"<zorbel>\xC3\xA9&x;</a>&y;</zorbel>", false, kBytes, {{kName, 1, 11}, {eXMLErrorUnmatchedEndTag, 1, 16}}},
+      {"<a>&x;</a>", false, kUtf8, {{kName, 1, 4}, {eXMLErrorFirstTagNotFound, 0, 0}}},
+  };
+  for (const auto& [text, isRead, characters, expected] : cases) {
+    std::vector<XMLFailure> failures = {{eXMLErrorEmpty, 1000}};  // of another document
+    EXPECT_EQ(!XMLNode::parseLocated(text.c_str(), "zorbel", failures).isEmpty(), isRead);
+    ASSERT_EQ(failures.size(), expected.size() + 1) << text;
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+      const auto [line, column] = XmlParser::CLineIndex(text, characters).At(failures[i + 1].position);
+      EXPECT_EQ(std::tuple(failures[i + 1].error, line, column), expected[i]) << text;
+    }
+  }
+}
+
 TEST(XmlParser, AnyDepthIsParsedWalkedAndReleased) {
   constexpr int kDepth = 1'000'000;
   std::string text;
@@ -137,6 +183,8 @@ TEST(XmlParser, AnyDepthIsParsedWalkedAndReleased) {
     ++depth;
   }
   EXPECT_EQ(depth, kDepth);
+  std::vector<XMLFailure> failures;
+  EXPECT_EQ(XMLNode::parseLocated(text.c_str(), "zorbel", failures).getRange().end, text.size());
 }
 
 }  // namespace

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string_view>
 
+#include "XmlParser/CLineIndex.h"
 #include "XmlScan.h"
 #include "XmlTree.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 using XmlParser::kNone;
 using XmlParser::SElement;
-using XmlParser::SFailure;
+using XmlParser::SScan;
 using XmlParser::STree;
 
 // Line ends and white space stay as they are. Sections and instructions keep a node, so that they part texts.
@@ -29,33 +29,33 @@ XMLError Translate(pugi::xml_parse_status status, bool atEnd) {
   }
 }
 
-SFailure FailureOf(const pugi::xml_parse_result& result, std::size_t length) {
+XMLFailure FailureOf(const pugi::xml_parse_result& result, std::size_t length) {
   if (result || result.status == pugi::status_no_document_element) {
-    return {};
+    return {eXMLErrorNone, kNoXmlPosition};
   }
   const auto position = static_cast<std::size_t>(result.offset);
   const bool atEnd = position + 1 >= length;  // the parser sets the last character aside
   return {Translate(result.status, atEnd), atEnd ? length : position};
 }
 
-// The failure that comes first in the text.
-SFailure ParseCharacters(const char* text, STree& tree) {
+// Returns the length of the text.
+std::size_t CopyCharacters(const char* text, STree& tree) {
   const std::size_t length = std::strlen(text);
   tree.characters = std::make_unique_for_overwrite<char[]>(length + 1);
   std::memcpy(tree.characters.get(), text, length + 1);
-  const XmlParser::SScan scan = XmlParser::FoldNames(tree.characters.get());
+  return length;
+}
 
+// What keeps the characters from being read, if anything does. The tree is built where nothing is wrong.
+XMLFailure ParseCharacters(STree& tree, std::size_t length, const SScan& scan) {
   pugi::xml_document document;
   const pugi::xml_parse_result result =
       document.load_buffer_inplace(tree.characters.get(), length, kOptions, pugi::encoding_utf8);
   if (result.status == pugi::status_out_of_memory) {
     throw std::bad_alloc();
   }
-  const SFailure malformed = FailureOf(result, length);
-  if (scan.failure.position < malformed.position) {
-    return scan.failure;
-  }
-  if (malformed.error == eXMLErrorNone) {
+  const XMLFailure malformed = FailureOf(result, length);
+  if (malformed.error == eXMLErrorNone && scan.failure.error == eXMLErrorNone) {
     tree.elements.reserve(scan.elements + 1);
     tree.attributes.reserve(scan.attributes);
     BuildTree(document, tree);
@@ -63,13 +63,33 @@ SFailure ParseCharacters(const char* text, STree& tree) {
   return malformed;
 }
 
-XMLResults Describe(const char* text, const SFailure& failure) {
-  const std::string_view before(text, std::min(failure.position, std::strlen(text)));
-  const std::size_t lineStart = before.rfind('\n') + 1;
-  const std::string_view line = before.substr(lineStart);
-  const auto isCharacter = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
-  return {failure.error, static_cast<int>(std::count(before.begin(), before.end(), '\n')) + 1,
-          static_cast<int>(std::count_if(line.begin(), line.end(), isCharacter)) + 1};
+// The failure that comes first in the text.
+XMLFailure ReadText(const char* text, STree& tree) {
+  const std::size_t length = CopyCharacters(text, tree);
+  const SScan scan = XmlParser::FoldNames(tree.characters.get());
+  const XMLFailure malformed = ParseCharacters(tree, length, scan);
+  return scan.failure.position < malformed.position ? scan.failure : malformed;
+}
+
+// Adds all failures up to the one that keeps the text from being read; returns whether there is none such.
+bool ReadTextLocated(const char* text, STree& tree, std::vector<XMLFailure>& failures) {
+  const std::size_t earlier = failures.size();
+  const std::size_t length = CopyCharacters(text, tree);
+  const SScan scan = XmlParser::FoldNames(tree.characters.get(), tree.places, failures);
+  const XMLFailure malformed = ParseCharacters(tree, length, scan);
+  if (malformed.error == eXMLErrorNone) {
+    return true;
+  }
+  while (failures.size() > earlier && failures.back().position >= malformed.position) {
+    failures.pop_back();
+  }
+  failures.push_back(malformed);
+  return false;
+}
+
+XMLResults Describe(const char* text, const XMLFailure& failure) {
+  const auto [line, column] = XmlParser::CLineIndex(text, XmlParser::ECharacters::kUtf8).At(failure.position);
+  return {failure.error, line, column};
 }
 
 // `folded` is in lower case already.
@@ -92,13 +112,29 @@ XMLNode XMLNode::parseString(const char* text, const char* rootName, XMLResults*
     return {};
   }
   const auto tree = std::make_shared<STree>();
-  const SFailure failure = ParseCharacters(text, *tree);
+  const XMLFailure failure = ReadText(text, *tree);
   if (failure.error != eXMLErrorNone) {
     result = Describe(text, failure);
     return {};
   }
   XMLNode root = XMLNode(tree, 0).getChildNode(rootName);
   result = {root.isEmpty() ? eXMLErrorFirstTagNotFound : eXMLErrorNone, 0, 0};
+  return root;
+}
+
+XMLNode XMLNode::parseLocated(const char* text, const char* rootName, std::vector<XMLFailure>& failures) {
+  if (text == nullptr) {
+    failures.push_back({eXMLErrorNoElements, kNoXmlPosition});
+    return {};
+  }
+  const auto tree = std::make_shared<STree>();
+  if (!ReadTextLocated(text, *tree, failures)) {
+    return {};
+  }
+  XMLNode root = XMLNode(tree, 0).getChildNode(rootName);
+  if (root.isEmpty()) {
+    failures.push_back({eXMLErrorFirstTagNotFound, kNoXmlPosition});
+  }
   return root;
 }
 
@@ -152,3 +188,39 @@ const char* XMLNode::getAttribute(const char* name) const {
 }
 
 const char* XMLNode::getText() const { return isEmpty() ? nullptr : m_tree->elements[m_element].text; }
+
+int XMLNode::getAttributeCount() const {
+  return isEmpty() ? 0 : static_cast<int>(m_tree->elements[m_element].attributeCount);
+}
+
+const char* XMLNode::getAttributeName(int index) const {
+  return m_tree->attributes[m_tree->elements[m_element].firstAttribute + static_cast<std::uint32_t>(index)].name;
+}
+
+const XmlParser::SElementPlace* XMLNode::FindPlace() const {
+  return isEmpty() || m_tree->places.elements.empty() ? nullptr : &m_tree->places.elements[m_element];
+}
+
+XMLRange XMLNode::getRange() const {
+  const auto* place = FindPlace();
+  return place != nullptr ? XMLRange{place->tag.begin, place->end} : XMLRange{};
+}
+
+XMLRange XMLNode::getTagRange() const {
+  const auto* place = FindPlace();
+  return place != nullptr ? place->tag : XMLRange{};
+}
+
+XMLRange XMLNode::getAttributeRange(const char* name) const {
+  for (int i = 0; i < getAttributeCount(); ++i) {
+    if (IsName(getAttributeName(i), name)) {
+      return getAttributeRange(i);
+    }
+  }
+  return {};
+}
+
+XMLRange XMLNode::getAttributeRange(int index) const {
+  const std::uint32_t first = m_tree->elements[m_element].firstAttribute;
+  return FindPlace() != nullptr ? m_tree->places.attributes[first + static_cast<std::uint32_t>(index)] : XMLRange{};
+}

@@ -3,11 +3,10 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 namespace XmlParser {
 namespace {
-
-constexpr std::string_view kNamedEntities[] = {"amp;", "lt;", "gt;", "quot;", "apos;"};
 
 /// The lower-case form of each sign that may stand in a name; 0 for those that end one.
 struct SFoldTable {
@@ -47,25 +46,37 @@ bool IsNumericReference(const char* text) {
   return *text == ';' && value != 0 && value <= kLastCodePoint && !surrogate;
 }
 
+// The text ends with a NUL, which no mark holds.
+bool StartsWith(const char* text, std::string_view mark) {
+  std::size_t length = 0;
+  for (; length < mark.size() && text[length] == mark[length]; ++length) {
+  }
+  return length == mark.size();
+}
+
 // Behind "&".
 bool IsReference(const char* text) {
-  if (*text == '#') {
-    return IsNumericReference(text + 1);
+  switch (*text) {
+    case '#': return IsNumericReference(text + 1);
+    case 'a': return StartsWith(text, "amp;") || StartsWith(text, "apos;");
+    case 'g': return StartsWith(text, "gt;");
+    case 'l': return StartsWith(text, "lt;");
+    case 'q': return StartsWith(text, "quot;");
+    default: return false;
   }
-  for (const std::string_view entity : kNamedEntities) {
-    if (std::strncmp(text, entity.data(), entity.size()) == 0) {
-      return true;
-    }
-  }
-  return false;
 }
 
 /// One pass over a document. Behind broken markup it may go astray: the parser proper stops there, and what comes first
-/// counts.
+/// counts. `TNotes` is told what is passed, and which failures there are: those that it does not take end the pass.
+template <class TNotes>
 class CScan {
  public:
-  explicit CScan(char* text)
-      : m_text(text), m_next(text), m_end(text + std::strlen(text)), m_ampersand(Find('&', text, m_end)) {}
+  explicit CScan(char* text, TNotes notes = {})
+      : m_text(text),
+        m_next(text),
+        m_end(text + std::strlen(text)),
+        m_ampersand(Find('&', text, m_end)),
+        m_notes(std::move(notes)) {}
 
   SScan Run() {
     while (*m_next != '\0' && !HasFailed()) {
@@ -90,7 +101,7 @@ class CScan {
   void ReadMarkup() {
     if (m_next[1] != '!' && m_next[1] != '?') {
       ReadTag();
-    } else if (StartsWith("<![CDATA[")) {
+    } else if (StartsWith(m_next, "<![CDATA[")) {
       SkipPast(9, "]]>");
     } else if (!SkipCommentOrInstruction()) {
       SkipDeclaration();
@@ -98,7 +109,7 @@ class CScan {
   }
 
   void ReadTag() {
-    ++m_next;
+    const std::size_t begin = PositionOf(m_next++);
     const bool closing = *m_next == '/';
     m_next += closing ? 1 : 0;
     m_scan.elements += closing ? 0 : 1;
@@ -110,6 +121,7 @@ class CScan {
     }
     m_next += *m_next == '>' ? 1 : 0;
     m_depth += closing ? -1 : selfClosing ? 0 : 1;
+    m_notes.NoteTag({begin, PositionOf(m_next)}, closing ? ETag::kEnd : selfClosing ? ETag::kSingle : ETag::kStart);
   }
 
   void ReadInsideTag() {
@@ -118,6 +130,7 @@ class CScan {
     } else if (Folded(*m_next) == '\0') {
       ++m_next;
     } else {
+      m_notes.NoteName(PositionOf(m_next));
       FoldName();
     }
   }
@@ -128,6 +141,7 @@ class CScan {
     char* end = Find(quote, m_next, m_end);
     CheckReferences(end);
     m_next = end + (*end == quote ? 1 : 0);
+    m_notes.NoteAttributeEnd(PositionOf(m_next));
   }
 
   void FoldName() {
@@ -150,11 +164,13 @@ class CScan {
   }
 
   void Fail(XMLError error, const char* place) {
-    const auto position = static_cast<std::size_t>(place - m_text);
-    if (position < m_scan.failure.position) {
-      m_scan.failure = {error, position};
+    const XMLFailure failure = {error, PositionOf(place)};
+    if (!m_notes.TakesFailure(failure)) {
+      m_scan.failure = failure;
     }
   }
+
+  std::size_t PositionOf(const char* place) const { return static_cast<std::size_t>(place - m_text); }
 
   bool HasFailed() const { return m_scan.failure.error != eXMLErrorNone; }
 
@@ -179,7 +195,7 @@ class CScan {
     if (IsQuote(*m_next)) {
       const char quote[] = {*m_next, '\0'};
       SkipPast(1, quote);
-    } else if (StartsWith("<![")) {
+    } else if (StartsWith(m_next, "<![")) {
       SkipSections();
     } else {
       return SkipCommentOrInstruction();
@@ -191,15 +207,15 @@ class CScan {
   void SkipSections() {
     int nesting = 0;
     do {
-      const int step = StartsWith("<![") ? 1 : StartsWith("]]>") ? -1 : 0;
+      const int step = StartsWith(m_next, "<![") ? 1 : StartsWith(m_next, "]]>") ? -1 : 0;
       nesting += step;
       m_next += step != 0 ? 3 : 1;
     } while (*m_next != '\0' && nesting > 0);
   }
 
   bool SkipCommentOrInstruction() {
-    const bool comment = StartsWith("<!--");
-    if (!comment && !StartsWith("<?")) {
+    const bool comment = StartsWith(m_next, "<!--");
+    if (!comment && !StartsWith(m_next, "<?")) {
       return false;
     }
     SkipPast(comment ? 4 : 2, comment ? "-->" : "?>");
@@ -207,8 +223,6 @@ class CScan {
   }
 
   static bool IsQuote(char c) { return c == '"' || c == '\''; }
-
-  bool StartsWith(std::string_view mark) const { return std::strncmp(m_next, mark.data(), mark.size()) == 0; }
 
   void SkipPast(std::size_t opening, const char* mark) {
     char* end = std::strstr(m_next + opening, mark);
@@ -221,10 +235,15 @@ class CScan {
   char* m_ampersand;
   int m_depth = 0;
   SScan m_scan;
+  TNotes m_notes;
 };
 
 }  // namespace
 
-SScan FoldNames(char* text) { return CScan(text).Run(); }
+SScan FoldNames(char* text) { return CScan<CNoNotes>(text).Run(); }
+
+SScan FoldNames(char* text, SPlaces& places, std::vector<XMLFailure>& failures) {
+  return CScan(text, CPlaceNotes(places, failures)).Run();
+}
 
 }  // namespace XmlParser

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "XmlPlaces.h"
+
 namespace pugi {
 class xml_node;
 }
@@ -36,6 +38,7 @@ struct STree {
   std::vector<SElement> elements;      // the first stands for the document itself
   std::vector<SAttribute> attributes;
   std::deque<std::string> joinedTexts;  // texts that comments part
+  SPlaces places;
 };
 
 /// Fills `tree` from a parsed document whose names and values lie in the tree's characters.

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 enum XMLError {
   eXMLErrorNone = 0,
@@ -26,9 +28,25 @@ struct XMLResults {
   int nColumn;
 };
 
+/// The position of what stands at no place in the text.
+inline constexpr std::size_t kNoXmlPosition = static_cast<std::size_t>(-1);
+
+/// A piece of a document's text, in bytes from its beginning; `end` is behind it. Empty when there is none.
+struct XMLRange {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+
+/// Something wrong in a document's text, and the byte where it stands, or kNoXmlPosition.
+struct XMLFailure {
+  XMLError error;
+  std::size_t position;
+};
+
 namespace XmlParser {
+struct SElementPlace;
 struct STree;
-}
+}  // namespace XmlParser
 
 /// An element of a parsed document, or none. Names are compared without regard to ASCII letter case; texts keep the
 /// document's bytes.
@@ -42,6 +60,14 @@ class XMLNode {
   /// instructions and CDATA sections are no content, and entities declared by the document are not known.
   /// `results` may be null. Throws: std::bad_alloc.
   static XMLNode parseString(const char* text, const char* rootName, XMLResults* results);
+
+  /// Like `parseString`, for those who want to know where things stand and everything that is wrong: notes the places
+  /// of elements and attributes, and adds to `failures`, in the order of the text, each reference that names no
+  /// character, and at last what keeps the text from being read, if anything does: only then the result is empty. The
+  /// first one is the failure of `parseString`; a null text and a missing root have no position. A reference that names
+  /// no character stays as it is written, but a number may also become other bytes or end the value.
+  /// Throws: std::bad_alloc.
+  static XMLNode parseLocated(const char* text, const char* rootName, std::vector<XMLFailure>& failures);
 
   bool isEmpty() const { return m_tree == nullptr; }
 
@@ -63,10 +89,31 @@ class XMLNode {
   /// not part a text.
   const char* getText() const;
 
+  /// Returns the element's number in document order, by which those of one document can be told apart; 0 is none.
+  std::uint32_t getPosition() const { return m_element; }
+
+  /// Attributes in the order of the text, those of equal names included; names are in lower case.
+  /// Requires: 0 <= `index` < the count.
+  int getAttributeCount() const;
+  const char* getAttributeName(int index) const;
+
+  /// Returns the range of the whole element, from its "<" to behind the ">" of its end tag or of its single one. All
+  /// ranges are empty for an empty node and in documents read by `parseString`.
+  XMLRange getRange() const;
+
+  /// Returns likewise the range of the start tag alone.
+  XMLRange getTagRange() const;
+
+  /// Returns the range of an attribute, the first of that name or the one at `index`, from its name to behind the
+  /// closing quote; empty when there is none of that name.
+  XMLRange getAttributeRange(const char* name) const;
+  XMLRange getAttributeRange(int index) const;
+
  private:
   XMLNode(std::shared_ptr<const XmlParser::STree> tree, std::uint32_t element);
 
   XMLNode NextOf(const char* name, std::uint32_t candidate) const;
+  const XmlParser::SElementPlace* FindPlace() const;
 
   std::shared_ptr<const XmlParser::STree> m_tree;
   std::uint32_t m_element = 0;
