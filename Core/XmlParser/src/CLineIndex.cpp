@@ -1,13 +1,17 @@
 #include "XmlParser/CLineIndex.h"
 
-#include <algorithm>
-
 namespace XmlParser {
+namespace {
+
+constexpr std::size_t kBlock = 1024;  // bytes
+
+}  // namespace
 
 CLineIndex::CLineIndex(std::string_view text, ECharacters characters)
-    : m_text(text), m_characters(characters), m_lineStarts{0} {
-  for (std::size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n', end + 1)) {
-    m_lineStarts.push_back(end + 1);
+    : m_text(text), m_characters(characters), m_blocks{{1, 1}} {
+  m_blocks.reserve(text.size() / kBlock + 1);
+  for (std::size_t begin = 0; begin + kBlock <= text.size(); begin += kBlock) {
+    m_blocks.push_back(Behind(text.substr(begin, kBlock), m_blocks.back()));
   }
 }
 
@@ -15,18 +19,19 @@ SLinePlace CLineIndex::At(std::size_t position) const {
   if (position > m_text.size()) {
     return {0, 0};
   }
-  const auto next = std::upper_bound(m_lineStarts.begin(), m_lineStarts.end(), position);
-  const std::size_t lineStart = *(next - 1);
-  return {static_cast<int>(next - m_lineStarts.begin()),
-          CountCharacters(m_text.substr(lineStart, position - lineStart)) + 1};
+  const std::size_t block = position / kBlock;
+  return Behind(m_text.substr(block * kBlock, position % kBlock), m_blocks[block]);
 }
 
-int CLineIndex::CountCharacters(std::string_view part) const {
-  if (m_characters == ECharacters::kSingleBytes) {
-    return static_cast<int>(part.size());
+SLinePlace CLineIndex::Behind(std::string_view part, SLinePlace place) const {
+  for (const char c : part) {
+    if (c == '\n') {
+      place = {place.line + 1, 1};
+    } else if (m_characters == ECharacters::kSingleBytes || (static_cast<unsigned char>(c) & 0xC0) != 0x80) {
+      ++place.column;
+    }
   }
-  const auto begins = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
-  return static_cast<int>(std::count_if(part.begin(), part.end(), begins));
+  return place;
 }
 
 }  // namespace XmlParser

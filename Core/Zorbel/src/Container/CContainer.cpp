@@ -5,7 +5,8 @@
 #include <utility>
 
 #include "BasePool/CbStopWatch.h"
-#include "Container/Internal.h"
+#include "Container/Integration.h"
+#include "Container/SharedFactory.h"
 #include "Errors/Raise.h"
 #include "Factory/CBeanFactoryImpl.h"
 #include "Libraries/CLocalLibrary.h"

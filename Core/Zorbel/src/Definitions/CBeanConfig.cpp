@@ -3,7 +3,6 @@
 #include <string>
 
 #include "Errors/Raise.h"
-#include "Values/ObjectType.h"
 
 namespace Zorbel {
 namespace {
@@ -13,7 +12,7 @@ constexpr const char* kConstructor = "Zorbel::CBeanConfig::CBeanConfig";
 
 // A null value, like a literal, takes a parameter type.
 bool NeedsParameterType(const SArgumentDescription& argument) {
-  return argument.kind != ObjectType::kBean && argument.kind != ObjectType::kService;
+  return argument.kind != SArgumentDescription::kBean && argument.kind != SArgumentDescription::kService;
 }
 
 }  // namespace

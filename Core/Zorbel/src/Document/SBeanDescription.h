@@ -6,9 +6,13 @@
 
 namespace Zorbel {
 
-/// One value of a constructor argument or property: "bean", "service" or "nullptr", or else the name of a basic type,
-/// and the bean's name, the interface's name or the literal text.
+/// One value of a constructor argument or property: a reference, or else a literal with the name of its basic type. The
+/// text is the bean's name, the interface's name, or the literal.
 struct SArgumentDescription {
+  static constexpr const char* kBean = "bean";
+  static constexpr const char* kService = "service";
+  static constexpr const char* kNull = "nullptr";
+
   CStringT<char> kind;
   CStringT<wchar_t> text;
 };

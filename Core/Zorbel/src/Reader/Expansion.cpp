@@ -4,15 +4,9 @@
 #include <string_view>
 #include <tuple>
 
-#include "Errors/CXMLResourceOrigin.h"
-#include "Errors/Raise.h"
-
 namespace Zorbel::Internal {
 namespace {
 
-using Variables = CbMap<CStringT<wchar_t>, CStringT<wchar_t>>;
-
-constexpr const char* kFunction = "Substitute";
 constexpr wchar_t kSign = L'%';
 constexpr std::size_t kMostReplacements = 10'000;  // in one text; a value that contains its own pattern needs more
 constexpr std::size_t kLongestResult = 1'000'000;  // characters; values may bring as many to read as patterns
@@ -61,19 +55,26 @@ CStringT<wchar_t> Modify(CStringT<wchar_t> value, const SPattern& pattern) {
 /// of it in time proportional to the value.
 class CExpansion {
  public:
-  CExpansion(const std::wstring& text, const Variables& variables)
-      : m_text(text), m_variables(variables), m_rest(text.rbegin(), text.rend()) {}
+  CExpansion(const std::wstring& text, const SVariable* variables)
+      : m_length(text.size()), m_variables(variables), m_rest(text.rbegin(), text.rend()) {}
 
-  std::wstring Run() {
+  EExpansion Run(std::wstring& result) {
     while (MoveUpTo(kSign, m_result)) {
       std::wstring token;
       if (!MoveUpTo(kSign, token)) {
-        Raise({kResourceFile, kFunction}, L"Invalid substitution pattern");
+        return EExpansion::kLoneSign;
       }
       m_patternCharacters += token.size();
-      PutBack(ValueOf(ParsePattern(token)).GetString());
+      const CStringT<wchar_t>* value = ValueOf(ParsePattern(token));
+      if (value == nullptr) {
+        return EExpansion::kUnknownVariable;
+      }
+      if (!PutBack(value->GetString())) {
+        return EExpansion::kEndless;
+      }
     }
-    return std::move(m_result);
+    result = std::move(m_result);
+    return EExpansion::kDone;
   }
 
  private:
@@ -87,32 +88,31 @@ class CExpansion {
   }
 
   // A modified value is made once: the text may ask for it thousands of times.
-  const CStringT<wchar_t>& ValueOf(const SPattern& pattern) {
-    const CStringT<wchar_t>* value = m_variables.Lookup(pattern.name.c_str());
-    if (value == nullptr) {
-      Raise({kResourceFile, kFunction}, L"Missing substitution");
-    }
-    if (!pattern.IsModified()) {
-      return *value;
+  const CStringT<wchar_t>* ValueOf(const SPattern& pattern) {
+    const CStringT<wchar_t>* value = FindVariable(m_variables, pattern.name);
+    if (value == nullptr || !pattern.IsModified()) {
+      return value;
     }
     const auto [modified, isNew] = m_modified.try_emplace(pattern);
     if (isNew) {
       modified->second = Modify(*value, pattern);
     }
-    return modified->second;
+    return &modified->second;
   }
 
-  void PutBack(std::wstring_view value) {
+  // False when that would be too much.
+  bool PutBack(std::wstring_view value) {
     ++m_replacements;
     if (m_replacements > kMostReplacements || m_result.size() + m_rest.size() + value.size() > kLongestResult ||
-        m_patternCharacters > m_text.size() + kLongestResult) {
-      Raise({kResourceFile, kFunction}, L"Substitution of '%s' does not end", m_text);
+        m_patternCharacters > m_length + kLongestResult) {
+      return false;
     }
     m_rest.append(value.rbegin(), value.rend());
+    return true;
   }
 
-  const std::wstring& m_text;
-  const Variables& m_variables;
+  const std::size_t m_length;
+  const SVariable* m_variables;
   std::wstring m_result;
   std::wstring m_rest;
   std::map<SPattern, CStringT<wchar_t>> m_modified;
@@ -122,6 +122,8 @@ class CExpansion {
 
 }  // namespace
 
-std::wstring Expand(const std::wstring& text, const Variables& variables) { return CExpansion(text, variables).Run(); }
+EExpansion Expand(const std::wstring& text, const SVariable* variables, std::wstring& result) {
+  return CExpansion(text, variables).Run(result);
+}
 
 }  // namespace Zorbel::Internal

@@ -1,16 +1,16 @@
 #pragma once
 
-#include <Zorbel/CStringT.h>
-
 #include <string>
 
-#include "BasePool/CbMap.h"
+#include "Reader/SVariable.h"
 
 namespace Zorbel::Internal {
 
-/// Returns `text` with each pattern "%", modifiers, variable name, "%" replaced by the variable's value. A value is
-/// expanded in its turn. The modifiers are "." (removes spaces), "_" (lower case) and "^" (upper case).
-/// Throws: `CException` for a lone "%", an unknown variable, or an expansion that does not end.
-std::wstring Expand(const std::wstring& text, const CbMap<CStringT<wchar_t>, CStringT<wchar_t>>& variables);
+enum class EExpansion { kDone, kLoneSign, kUnknownVariable, kEndless };
+
+/// Stores in `result` the text with each pattern "%", modifiers, variable name, "%" replaced by the variable's value. A
+/// value is expanded in its turn. The modifiers are "." (removes spaces), "_" (lower case) and "^" (upper case). Stops
+/// at the first fault, with nothing stored.
+EExpansion Expand(const std::wstring& text, const SVariable* variables, std::wstring& result);
 
 }  // namespace Zorbel::Internal

@@ -2,127 +2,92 @@
 
 #include <string>
 
-#include "Errors/CXMLResourceOrigin.h"
 #include "Errors/Raise.h"
-#include "Platform/File.h"
-#include "Platform/Thread.h"
-#include "Reader/SLoad.h"
-#include "Reader/XmlChildren.h"
-#include "Reader/XmlFile.h"
-#include "Threads/ThreadState.h"
+#include "Errors/ResourceOrigin.h"
+#include "Reader/CDocumentReader.h"
+#include "Resource/CContainerEnvironment.h"
+#include "Services/CServiceConfig.h"
 
 namespace Zorbel {
 namespace {
 
-using Internal::kResourceConstructor;
 using Internal::kResourceFile;
-using Internal::SLoad;
 
-constexpr const char* kRootName = "zorbel";
-
-std::wstring ParseErrorText(const XMLResults& results) {
-  std::string text = std::string("Error when parssing '") + kRootName + "'";
-  if (results.nLine != 0) {
-    text += " at line " + std::to_string(results.nLine) + ", column " + std::to_string(results.nColumn);
+/// The first problem is the last one.
+class CRaisingHandler : public Internal::IProblemHandler {
+ public:
+  void Handle(const Internal::SProblem& problem) override {
+    Internal::Raise({kResourceFile, problem.fault.function, problem.fault.line}, problem.text);
   }
-  return Utf8ToWide(text + ".");
-}
-
-// Up to and including the last "\"; only without any, the last "/" counts.
-std::wstring DirectoryPrefix(const std::wstring& fileName) {
-  std::size_t separator = fileName.rfind(L'\\');
-  if (separator == std::wstring::npos) {
-    separator = fileName.rfind(L'/');
-  }
-  return separator == std::wstring::npos ? std::wstring() : fileName.substr(0, separator + 1);
-}
-
-XMLNode ParseFile(const wchar_t* fileName) {
-  XMLResults results{};
-  XMLNode root = Internal::ParseXmlFile(fileName, kRootName, results);
-  if (results.error == eXMLErrorFileNotFound) {
-    Internal::Raise({kResourceFile, kResourceConstructor}, L"File '%s' not found", std::wstring(fileName));
-  }
-  if (results.error == eXMLErrorFileTooLarge) {
-    Internal::Raise({kResourceFile, kResourceConstructor}, L"File '%s' is larger than 1073741824 bytes",
-                    std::wstring(fileName));
-  }
-  if (results.error != eXMLErrorNone) {
-    Internal::Raise({kResourceFile, kResourceConstructor}, L"Error while parsing file '%s': %s", std::wstring(fileName),
-                    ParseErrorText(results));
-  }
-  return root;
-}
+  std::wstring NameOf(const char* bean) override { return Utf8ToWide(bean); }
+};
 
 }  // namespace
 
-CXMLResource::CXMLResource(IBeanFactory* owner, const char* xmlText) : m_owner(owner) {
-  if (xmlText == nullptr || *xmlText == '\0') {
-    return;
-  }
-  XMLResults results{};
-  const XMLNode root = XMLNode::parseString(xmlText, kRootName, &results);
-  if (results.error != eXMLErrorNone) {
-    Internal::Raise({kResourceFile, kResourceConstructor}, L"Error while parsing xml: %s", ParseErrorText(results));
-  }
-  SLoad load;
-  parseLibrary(root, load);
+CXMLResource::CXMLResource(IBeanFactory* owner, const char* xmlText) : CXMLResource(owner) {
+  CRaisingHandler problems;
+  Internal::CContainerEnvironment environment(m_registry.GetDefinitions());
+  Internal::CDocumentReader(m_document, environment, problems).ReadText(xmlText);
 }
 
-CXMLResource::CXMLResource(IBeanFactory* owner, const wchar_t* fileName) : m_owner(owner) {
-  SLoad load;
-  ReadDocument({fileName != nullptr ? fileName : L"", nullptr}, load);
+CXMLResource::CXMLResource(IBeanFactory* owner, const wchar_t* fileName) : CXMLResource(owner) {
+  CRaisingHandler problems;
+  Internal::CContainerEnvironment environment(m_registry.GetDefinitions());
+  Internal::CDocumentReader(m_document, environment, problems).ReadFile(fileName != nullptr ? fileName : L"");
 }
 
-void CXMLResource::ReadDocument(const SOpenFile& file, SLoad& load) {
-  const std::wstring resolvedName = Platform::ResolveFileName(file.name);
-  Open(file, resolvedName, load);
-  const XMLNode root = ParseFile(file.name);
-  ReadIncludes(root, file, load);
-  load.openFiles.erase(resolvedName);
-  m_fileName = file.name;
-  parseLibrary(root, load);
-}
-
-void CXMLResource::ReadIncludes(const XMLNode& root, const SOpenFile& file, SLoad& load) {
-  const std::wstring prefix = DirectoryPrefix(file.name);
-  Internal::ForEachChild(root, "include", [&](const XMLNode& include) {
-    CStringT<wchar_t> path(include.getAttribute("path"));
-    if (path.IsEmpty()) {
-      Internal::Raise({kResourceFile, kResourceConstructor}, L"Missing argument 'path' in include tag");
+std::shared_ptr<ITypeRegistration> CXMLResource::RegisterInstance(const char* typeId, bool front,
+                                                                  const std::shared_ptr<IObject>& instance,
+                                                                  std::shared_ptr<ITypeRegistration> registration) {
+  CServiceRegistry& services = m_registry.GetServices();
+  if (!registration) {
+    if (services.Holds(typeId, instance)) {
+      return nullptr;
     }
-    path.Replace(L'/', L'\\');
-    CXMLResource included(m_owner);
-    included.ReadDocument({(prefix + path.GetString()).c_str(), &file}, load);
-    Include(included);
-  });
+    registration = std::make_shared<CServiceConfig>(instance);
+  }
+  services.Insert(typeId, front, registration);
+  return registration;
 }
 
-// Documents that include each other, and chains that would exhaust the stack, end here. An error ends the whole load:
-// what is open then does not matter.
-void CXMLResource::Open(const SOpenFile& file, const std::wstring& resolvedName, SLoad& load) {
-  const std::size_t depth = load.openFiles.size();
-  if (!load.openFiles.insert(resolvedName).second) {
-    Internal::Raise({kResourceFile, kResourceConstructor}, L"File '%s' includes itself (%s)", std::wstring(file.name),
-                    IncludeChain(file));
+std::shared_ptr<ITypeRegistration> CXMLResource::RegisterService(const char* typeId, bool front,
+                                                                 std::function<std::unique_ptr<IObject>()>&& maker,
+                                                                 std::shared_ptr<ITypeRegistration> registration) {
+  if (!registration) {
+    registration = std::make_shared<CServiceConfig>(std::move(maker));
   }
-  if (depth > Platform::MaximumRecursionDepth() || (depth > 0 && Internal::IsStackShort())) {
-    Internal::Raise({kResourceFile, kResourceConstructor}, L"File '%s' is included too deeply",
-                    std::wstring(file.name));
-  }
-  load.CountFile();
+  m_registry.GetServices().Insert(typeId, front, registration);
+  return registration;
 }
 
-std::wstring CXMLResource::IncludeChain(const SOpenFile& file) {
-  std::deque<const wchar_t*> names;
-  for (const SOpenFile* open = file.outer; open != nullptr; open = open->outer) {
-    names.push_front(open->name);
+std::vector<std::shared_ptr<ITypeRegistration>> CXMLResource::ReleaseInstance(
+    const std::shared_ptr<IObject>& instance) {
+  return m_registry.GetServices().Release(instance);
+}
+
+std::shared_ptr<ITypeRegistration> CXMLResource::FindService(const char* typeId, unsigned int index) {
+  return m_registry.GetServices().Find(typeId, index);
+}
+
+void CXMLResource::RequireTypeId(const char* typeId, const char* function, const wchar_t* message) {
+  if (typeId == nullptr) {
+    Internal::Raise({kResourceFile, function}, message);
   }
-  std::wstring chain;
-  for (const wchar_t* name : names) {
-    chain.append(name).append(L" -> ");
-  }
-  return chain + file.name;
+}
+
+void CXMLResource::RaiseOverride(const CStringT<char>& bean) {
+  Internal::Raise({kResourceFile, "Zorbel::CXMLResource::Integrate"}, L"Overriding bean '%s' is not allowed",
+                  Utf8ToWide(bean.GetString()));
+}
+
+void CXMLResource::RaiseAlreadyRegistered(const char* typeId) {
+  Internal::Raise({kResourceFile, "Zorbel::CXMLResource::RegisterInstance"},
+                  L"Service instance is already registered for interface '%s'",
+                  std::wstring(CStringT<wchar_t>(typeId).GetString()));
+}
+
+void CXMLResource::RaiseNotRegistered() {
+  Internal::Raise({kResourceFile, "Zorbel::CXMLResource::ReleaseInstance"}, L"Service instance was not registered");
 }
 
 }  // namespace Zorbel

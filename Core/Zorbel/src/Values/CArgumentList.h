@@ -16,7 +16,7 @@ namespace Zorbel {
 class CTypeManager;
 
 /// The values of configured arguments, in the form that wrappers take them. The values live as long as the list.
-class CArgumentList : public Internal::CCallValues {
+class CArgumentList final : public Internal::CCallValues {
  public:
   /// Makes one value source per argument. Throws: what finding types and making values throws.
   CArgumentList(const std::vector<SArgumentDescription>& arguments, IBeanFactory* factory,

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "Document/SBeanDescription.h"
 #include "Values/ValueSources.h"
 
 namespace Zorbel {
@@ -23,19 +24,20 @@ std::shared_ptr<IValuePointer> MakeBeanPointer(IBeanFactory* factory, const wcha
 
 bool ObjectType::IsReference(const char* typeName) {
   const std::string_view name = typeName;
-  return name == kService || name == kBean || name == kNull;
+  return name == SArgumentDescription::kService || name == SArgumentDescription::kBean ||
+         name == SArgumentDescription::kNull;
 }
 
 std::shared_ptr<IValuePointer> ObjectType::CreateValuePointer(IBeanFactory* factory, const char* typeName,
                                                               const wchar_t* value, const SLibrary* library) {
   const std::string_view name = typeName;
-  if (name == kBean) {
+  if (name == SArgumentDescription::kBean) {
     return MakeBeanPointer(factory, value, library);
   }
-  if (name == kService) {
+  if (name == SArgumentDescription::kService) {
     return WithValue(std::make_shared<CServicePointer>(factory, value));
   }
-  return name == kNull ? std::make_shared<CNullPointer>() : nullptr;
+  return name == SArgumentDescription::kNull ? std::make_shared<CNullPointer>() : nullptr;
 }
 
 }  // namespace Zorbel

@@ -7,11 +7,7 @@ namespace Zorbel {
 /// The type of references: to beans, to services and to nothing.
 class ObjectType : public IType {
  public:
-  static constexpr const char* kBean = "bean";
-  static constexpr const char* kService = "service";
-  static constexpr const char* kNull = "nullptr";
-
-  /// True for exactly the three names above.
+  /// True for exactly the kinds of arguments that are references.
   static bool IsReference(const char* typeName);
 
   /// The bean or service is resolved now, once. Empty when it yields no object. Throws: as `CServicePointer`.

@@ -1,4 +1,4 @@
-#include "Container/Internal.h"
+#include "Container/SharedFactory.h"
 
 #include <mutex>
 #include <utility>
@@ -12,15 +12,9 @@ namespace Zorbel::Internal {
 namespace {
 
 constexpr const char* kFile = "Core/Zorbel/src/CContainer";
-constexpr const char* kIntegrate = "Zorbel::Internal::IntegrateResource";
-
-std::mutex& IntegrationMutex() {
-  static const CbNeverDestroyed<std::mutex> mutex;
-  return *mutex;
-}
 
 struct SSharedFactory {
-  std::mutex mutex;  // apart from the one above: a bean built under that may construct a container
+  std::mutex mutex;  // apart from that of merging: a bean built under that may construct a container
   std::weak_ptr<CBeanFactoryImpl> factory;
 };
 
@@ -48,25 +42,6 @@ std::shared_ptr<CBeanFactoryImpl> SharedFactory() {
   return factory;
 }
 
-// The mutex comes before any factory's lock. Code that runs under one must not wait for the mutex: its holder may be
-// waiting for that lock.
-bool TakeIntegration() {
-  SThreadState& thread = ThisThread();
-  RequireNotLoading();
-  if (thread.holdsIntegration) {
-    return false;
-  }
-  if (!IntegrationMutex().try_lock()) {
-    if (thread.factoryLocksHeld > 0) {
-      Raise({kFile, kIntegrate}, L"Configuration is being loaded by another thread");
-    }
-    const CReleasePause pause;
-    IntegrationMutex().lock();
-  }
-  thread.holdsIntegration = true;
-  return true;
-}
-
 /// Watches, for the life of a scope, whether the container that has `held` is destroyed.
 class CReplacing {
  public:
@@ -81,15 +56,6 @@ class CReplacing {
 
  private:
   SReplacing m_frame;
-};
-
-/// Marks the thread as merging.
-class CLoading {
- public:
-  CLoading() { ThisThread().loading = true; }
-  ~CLoading() { ThisThread().loading = false; }
-  CLoading(const CLoading&) = delete;
-  CLoading& operator=(const CLoading&) = delete;
 };
 
 }  // namespace
@@ -130,33 +96,6 @@ void LetGo(std::shared_ptr<IBeanFactory>& held) noexcept {
     frame->gone = frame->gone || frame->held == &held;
   }
   Replace(held, nullptr);
-}
-
-CIntegration::CIntegration() : m_taken(TakeIntegration()) {}
-
-CIntegration::~CIntegration() {
-  if (m_taken) {
-    ThisThread().holdsIntegration = false;
-    IntegrationMutex().unlock();
-  }
-}
-
-void RequireNotLoading() {
-  if (ThisThread().loading) {
-    Raise({kFile, kIntegrate}, L"Configuration is being loaded on this thread");
-  }
-}
-
-void IntegrateResource(CBeanFactoryImpl& factory, CXMLResource& resource) {
-  std::optional<CStringT<char>> overridden;
-  {
-    const CIntegration integration;
-    const CLoading loading;
-    overridden = factory.Integrate(resource);
-  }
-  if (overridden) {
-    CXMLResource::RaiseOverride(*overridden);
-  }
 }
 
 }  // namespace Zorbel::Internal
