@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "Beans.h"
 #include "Support/Plugins/windows/IReport.h"
+#include "Zorbel/Beans.h"
 
 using namespace Test;
 namespace fs = std::filesystem;

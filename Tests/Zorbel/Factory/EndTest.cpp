@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "Beans.h"
+#include "Zorbel/Beans.h"
 
 using namespace Test;
 using Zorbel::CContainer;

@@ -1,8 +1,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "Beans.h"
 #include "ThisPlatform.h"
+#include "Zorbel/Beans.h"
 
 using namespace Test;
 namespace fs = std::filesystem;

@@ -1,7 +1,7 @@
 #include <climits>
 #include <limits>
 
-#include "Beans.h"
+#include "Zorbel/Beans.h"
 
 using namespace Test;
 

@@ -1,6 +1,6 @@
 #include <stdexcept>
 
-#include "Beans.h"
+#include "Zorbel/Beans.h"
 
 using namespace Test;
 

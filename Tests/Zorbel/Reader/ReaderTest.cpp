@@ -1,4 +1,4 @@
-#include "Beans.h"
+#include "Zorbel/Beans.h"
 
 using namespace Test;
 

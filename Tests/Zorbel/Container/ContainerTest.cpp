@@ -1,7 +1,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "Beans.h"
+#include "Zorbel/Beans.h"
 
 using namespace Test;
 using Zorbel::CContainer;

@@ -1,6 +1,6 @@
 #include <ThisPlatform.h>
 
-#include "Beans.h"
+#include "Zorbel/Beans.h"
 
 using namespace Test;
 

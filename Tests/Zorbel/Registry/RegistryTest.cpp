@@ -1,6 +1,6 @@
 #include <fstream>
 
-#include "Beans.h"
+#include "Zorbel/Beans.h"
 
 using namespace Test;
 using Zorbel::CContainer;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "Beans.h"
 #include "Support/SmallStack.h"
+#include "Zorbel/Beans.h"
 
 using namespace Test;
 using Zorbel::CContainer;

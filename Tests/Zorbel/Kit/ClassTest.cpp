@@ -7,7 +7,7 @@
 #include <set>
 #include <stdexcept>
 
-#include "Beans.h"
+#include "Zorbel/Beans.h"
 
 using namespace Test;
 
