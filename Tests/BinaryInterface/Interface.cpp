@@ -2,7 +2,7 @@
 #include <Logging/CLogger.h>
 #include <Logging/Logging.h>
 #include <Zorbel/Zorbel.h>
-#include <Zorbel/detail/ModuleStamp.h>
+#include <Zorbel/detail/kit/ModuleStamp.h>
 
 extern "C" __attribute__((visibility("default"))) void DescribeInterface(
     Zorbel::CContainer&, Zorbel::CException&, Zorbel::IBeanFactory&, Zorbel::IBeanWrapper&, Zorbel::IType&,

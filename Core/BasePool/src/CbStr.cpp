@@ -1,6 +1,6 @@
 #include "BasePool/CbStr.h"
 
-#include <Zorbel/detail/PrintFormat.h>
+#include <Zorbel/detail/text/PrintFormat.h>
 
 #include "Platform/Thread.h"
 

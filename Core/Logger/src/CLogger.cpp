@@ -1,6 +1,6 @@
 #include <Logging/CLogger.h>
 
-#include <Zorbel/detail/PrintFormat.h>
+#include <Zorbel/detail/text/PrintFormat.h>
 
 #include <cstdarg>
 #include <type_traits>

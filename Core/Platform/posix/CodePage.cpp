@@ -1,6 +1,6 @@
 #include "Platform/CodePage.h"
 
-#include <Zorbel/detail/FixedCodePage.h>
+#include <Zorbel/detail/text/FixedCodePage.h>
 
 #include "Platform/Utf8.h"
 

@@ -1,7 +1,7 @@
 // A module that says it was built for another binary interface; none of its functions may be called.
 #include <Zorbel/Export.h>
 #include <Zorbel/IBeanWrapper.h>
-#include <Zorbel/detail/ModuleStamp.h>
+#include <Zorbel/detail/kit/ModuleStamp.h>
 
 #include <cstdlib>
 

@@ -1,6 +1,6 @@
 // A module whose stamp fits, but ends before its last member: what lies behind it is not the stamp's.
 #include <Zorbel/Export.h>
-#include <Zorbel/detail/ModuleStamp.h>
+#include <Zorbel/detail/kit/ModuleStamp.h>
 
 #include <cstddef>
 #include <cstdlib>

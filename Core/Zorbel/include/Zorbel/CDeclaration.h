@@ -8,8 +8,8 @@
 
 #include <Zorbel/IObject.h>
 #include <Zorbel/ObjectCast.h>
-#include <Zorbel/detail/ClassRecord.h>
-#include <Zorbel/detail/Parameter.h>
+#include <Zorbel/detail/kit/ClassRecord.h>
+#include <Zorbel/detail/kit/Parameter.h>
 
 namespace Zorbel {
 

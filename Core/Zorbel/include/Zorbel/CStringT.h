@@ -14,8 +14,8 @@
 #include <utility>
 
 #include <Zorbel/Export.h>
-#include <Zorbel/detail/CodePage.h>
-#include <Zorbel/detail/PrintFormat.h>
+#include <Zorbel/detail/text/CodePage.h>
+#include <Zorbel/detail/text/PrintFormat.h>
 
 namespace Zorbel::detail {
 

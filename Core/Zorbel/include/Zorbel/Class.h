@@ -19,8 +19,8 @@
 #include <Zorbel/Export.h>
 #include <Zorbel/IBeanWrapper.h>
 #include <Zorbel/ILibrary.h>
-#include <Zorbel/detail/ClassWrapper.h>
-#include <Zorbel/detail/ModuleStamp.h>
+#include <Zorbel/detail/kit/ClassWrapper.h>
+#include <Zorbel/detail/kit/ModuleStamp.h>
 
 namespace Zorbel {
 

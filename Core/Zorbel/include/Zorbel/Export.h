@@ -22,7 +22,7 @@
 #define ZORBEL_LOCAL
 #define ZORBEL_PLUGIN_EXPORT extern "C" __declspec(dllexport)
 #define ZORBEL_STAMP_EXPORT __declspec(selectany) __declspec(dllexport)
-#define ZORBEL_CODE_PAGE_HEADER "Zorbel/detail/WindowsCodePage.h"
+#define ZORBEL_CODE_PAGE_HEADER "Zorbel/detail/text/WindowsCodePage.h"
 #define ZORBEL_HOST_LIBRARY "Zorbel"
 
 // The system's header rewrites this name, which an interface has. Rewritten here as well, it is the same for every
@@ -40,7 +40,7 @@
 #define ZORBEL_LOCAL __attribute__((visibility("hidden")))
 #define ZORBEL_PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
 #define ZORBEL_STAMP_EXPORT __attribute__((weak, used, visibility("default")))
-#define ZORBEL_CODE_PAGE_HEADER "Zorbel/detail/FixedCodePage.h"
+#define ZORBEL_CODE_PAGE_HEADER "Zorbel/detail/text/FixedCodePage.h"
 #define ZORBEL_HOST_LIBRARY "libZorbel.so." ZORBEL_DETAIL_QUOTE(ZORBEL_VERSION_MAJOR)
 #endif
 

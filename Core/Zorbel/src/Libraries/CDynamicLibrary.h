@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Zorbel/ILibrary.h>
-#include <Zorbel/detail/ModuleStamp.h>
+#include <Zorbel/detail/kit/ModuleStamp.h>
 
 #include <string>
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include <Zorbel/detail/ModuleStamp.h>
+#include <Zorbel/detail/kit/ModuleStamp.h>
 
 namespace Zorbel::Internal {
 

@@ -16,7 +16,7 @@
 #include <Zorbel/CStringT.h>
 #include <Zorbel/Export.h>
 #include <Zorbel/ObjectCast.h>
-#include <Zorbel/detail/Utf8.h>
+#include <Zorbel/detail/kit/Utf8.h>
 
 namespace Zorbel::Kit {
 

@@ -11,8 +11,8 @@
 #include <Zorbel/CStringT.h>
 #include <Zorbel/ICallArguments.h>
 #include <Zorbel/IObject.h>
-#include <Zorbel/detail/CallLog.h>
-#include <Zorbel/detail/Parameter.h>
+#include <Zorbel/detail/kit/CallLog.h>
+#include <Zorbel/detail/kit/Parameter.h>
 
 namespace Zorbel::Kit {
 

@@ -9,9 +9,9 @@
 
 #include <Zorbel/Export.h>
 #include <Zorbel/IObject.h>
-#include <Zorbel/detail/BeanObjects.h>
-#include <Zorbel/detail/CallLog.h>
-#include <Zorbel/detail/Overloads.h>
+#include <Zorbel/detail/kit/BeanObjects.h>
+#include <Zorbel/detail/kit/CallLog.h>
+#include <Zorbel/detail/kit/Overloads.h>
 
 namespace Zorbel::Kit {
 

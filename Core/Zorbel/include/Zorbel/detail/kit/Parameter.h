@@ -11,7 +11,7 @@
 #include <Zorbel/CStringT.h>
 #include <Zorbel/IObject.h>
 #include <Zorbel/ObjectCast.h>
-#include <Zorbel/detail/CallLog.h>
+#include <Zorbel/detail/kit/CallLog.h>
 
 namespace Zorbel::Kit {
 

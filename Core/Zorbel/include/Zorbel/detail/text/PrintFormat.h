@@ -11,7 +11,7 @@
 #include <utility>
 
 #include <Zorbel/Export.h>
-#include <Zorbel/detail/CodePage.h>
+#include <Zorbel/detail/text/CodePage.h>
 
 namespace Zorbel::detail {
 

@@ -8,9 +8,9 @@
 
 #include <Zorbel/IBeanWrapper.h>
 #include <Zorbel/IObject.h>
-#include <Zorbel/detail/CallLog.h>
-#include <Zorbel/detail/ClassRecord.h>
-#include <Zorbel/detail/Overloads.h>
+#include <Zorbel/detail/kit/CallLog.h>
+#include <Zorbel/detail/kit/ClassRecord.h>
+#include <Zorbel/detail/kit/Overloads.h>
 
 namespace Zorbel::Kit {
 
