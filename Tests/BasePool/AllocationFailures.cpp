@@ -11,9 +11,10 @@
 
 #include "BasePool/CbMap.h"
 #include "BasePool/CbPlexManager.h"
-#include "Threads.h"
+#include "Support/Together.h"
 
 namespace Allocations = Test::Allocations;
+using Test::RunTogether;
 
 namespace {
 
@@ -140,7 +141,7 @@ TEST(CbPlexManager, LeavesRoomForALinkInElementsOfAnySize) {
 TEST(CbPlexManagerThreads, TakeAndReleaseElementsOfOneSharedManager) {
   CbPlexManager<std::uintptr_t, 1, unsigned int> pool(2);
   std::atomic<int> mismatches = 0;
-  OnThreads(2, [&](std::uintptr_t mark) {
+  RunTogether(2, [&](std::uintptr_t mark) {
     std::vector<std::uintptr_t*> mine;
     for (int i = 0; i < 3000; ++i) {
       mine.push_back(new (pool.getFreeElement()) std::uintptr_t(mark));

@@ -9,8 +9,10 @@
 #include <vector>
 
 #include "Platform/Module.h"
+#include "Support/Together.h"
 #include "TestModule.h"
-#include "Threads.h"
+
+using Test::RunTogether;
 
 namespace {
 
@@ -35,7 +37,7 @@ std::vector<std::string> lines;
 
 TEST(CbSingletonThreads, RacingForTheFirstUseGetOneInstance) {
   std::vector<SSlow*> got(8);
-  OnThreads(8, [&](std::size_t i) { got[i] = &SSlow::Instance(); });
+  RunTogether(8, [&](std::size_t i) { got[i] = &SSlow::Instance(); });
   EXPECT_EQ(std::vector(8, &SSlow::Instance()), got);
   EXPECT_EQ(1, SSlow::constructed);
 }
@@ -44,7 +46,7 @@ TEST(CbSingleton, MayAskForAnotherWhileItIsMade) { EXPECT_EQ(&SInner::Instance()
 
 TEST(CbSingleton, IsTriedAgainAfterItsConstructorThrewAndLeavesTheLockFree) {
   EXPECT_THROW(SThrowingOnce::Instance(), std::runtime_error);
-  OnThreads(1, [](std::size_t) { SThrowingOnce::Instance(); });
+  RunTogether(1, [](std::size_t) { SThrowingOnce::Instance(); });
   EXPECT_EQ(2, SThrowingOnce::attempts);
 }
 

@@ -1,6 +1,6 @@
 #include "Resolution/LiveInstances.h"
+#include "Support/Together.h"
 #include "Zorbel/Beans.h"
-#include "Zorbel/Together.h"
 
 using namespace Test;
 

@@ -3,8 +3,8 @@
 #include <chrono>
 #include <thread>
 
+#include "Support/Together.h"
 #include "Zorbel/Beans.h"
-#include "Zorbel/Together.h"
 
 using namespace Test;
 using Zorbel::CContainer;

@@ -6,8 +6,8 @@
 #include <random>
 #include <thread>
 
+#include "Support/Together.h"
 #include "Zorbel/Beans.h"
-#include "Zorbel/Together.h"
 
 using namespace Test;
 using Zorbel::CContainer;

@@ -9,9 +9,11 @@
 #include <cstring>
 #include <string>
 
-#include "Threads.h"
+#include "Support/Together.h"
 
 namespace {
+
+using Test::RunTogether;
 
 template <class C>
 class CString : public testing::Test {
@@ -143,7 +145,7 @@ TEST(CStringTThreads, CopiesOfOneTextAreChangedAndDroppedOnSeveralThreads) {
   const CStringT<char> kept = "shared";
   std::array copies = {kept, kept, kept};
   std::atomic<int> mismatches = 0;
-  OnThreads(3, [&](std::size_t i) {
+  RunTogether(3, [&](std::size_t i) {
     CStringT<char>& mine = copies[i];
     for (int turn = 0; turn < 1000; ++turn) {
       CStringT<char> copy = mine;
