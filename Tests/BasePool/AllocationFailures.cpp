@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "BasePool/CbExceptionContainer.h"
 #include "BasePool/CbMap.h"
 #include "BasePool/CbPlexManager.h"
 #include "Support/Together.h"

@@ -1,5 +1,7 @@
 #include "BasePool/CbPlexManager.h"
 
+#include "BasePool/CbExceptionContainer.h"
+
 namespace CbPlex {
 
 void RaiseOutOfMemory(unsigned int line, const std::string& function) {

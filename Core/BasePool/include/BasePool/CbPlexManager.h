@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "BasePool/CbCriticalSection.h"
-#include "BasePool/CbExceptionContainer.h"
 #include "BasePool/CbTypeName.h"
 
 namespace CbPlex {
