@@ -1,6 +1,7 @@
 #include "Resource/CContainerEnvironment.h"
 
 #include "Libraries/CLocalLibrary.h"
+#include "Platform/File.h"
 
 namespace Zorbel::Internal {
 
