@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "BasePool/CbMap.h"
+#include "Configuration/CXMLResource.h"
 #include "Definitions/CBeanConfig.h"
-#include "Resource/CXMLResource.h"
 #include "Values/CTypeManager.h"
 
 namespace Zorbel {

@@ -1,4 +1,4 @@
-#include "Resource/CContainerEnvironment.h"
+#include "Configuration/CContainerEnvironment.h"
 
 #include "Libraries/CLocalLibrary.h"
 #include "Platform/File.h"

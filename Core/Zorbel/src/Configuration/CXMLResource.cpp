@@ -1,11 +1,11 @@
-#include "Resource/CXMLResource.h"
+#include "Configuration/CXMLResource.h"
 
 #include <string>
 
+#include "Configuration/CContainerEnvironment.h"
 #include "Errors/Raise.h"
 #include "Errors/ResourceOrigin.h"
 #include "Reader/CDocumentReader.h"
-#include "Resource/CContainerEnvironment.h"
 #include "Services/CServiceConfig.h"
 
 namespace Zorbel {
