@@ -114,7 +114,10 @@ bool CBodyReader::StringToBool(const char* text, bool otherwise, const SWhere& w
   if (value == L"true" || value == L"false") {
     return value == L"true";
   }
-  m_reading.Report({"flag", "StringToBool"}, where, L"Value of bool parameter must be 'true' or 'false'");
+  const bool isTold = where.variables != nullptr && value.find(L'%') != std::wstring_view::npos;  // by the substitution
+  if (!isTold) {
+    m_reading.Report({"flag", "StringToBool"}, where, L"Value of bool parameter must be 'true' or 'false'");
+  }
   return otherwise;
 }
 

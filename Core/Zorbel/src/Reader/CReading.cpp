@@ -32,6 +32,7 @@ CStringT<wchar_t> CReading::Substitute(const char* text, const SWhere& where) {
   const EExpansion outcome = Expand(decoded, where.variables, expanded);
   if (outcome != EExpansion::kDone) {
     ReportExpansion(outcome, decoded, where);
+    return decoded.c_str();
   }
   return expanded.c_str();
 }

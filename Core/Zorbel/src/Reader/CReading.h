@@ -49,7 +49,7 @@ class CReading {
   /// Returns a bean's name for a text.
   std::wstring NameOf(const CStringT<char>& bean) { return m_problems.NameOf(bean); }
 
-  /// Returns the text, which may be null, with the values of variables in it; the empty one when that cannot be done.
+  /// Returns the text, which may be null, with the values of variables in it; as it stands when that cannot be done.
   CStringT<wchar_t> Substitute(const char* text, const SWhere& where);
 
   /// Likewise, in the narrow form of names.
