@@ -1,7 +1,6 @@
 #include "Configuration/CContainerEnvironment.h"
 
 #include "Libraries/CLocalLibrary.h"
-#include "Platform/File.h"
 
 namespace Zorbel::Internal {
 

@@ -4,6 +4,8 @@
 #include <unordered_map>
 
 #include "Definitions/CDefinitions.h"
+#include "Document/SLibrary.h"
+#include "Platform/File.h"
 #include "Reader/IEnvironment.h"
 
 namespace Zorbel::Internal {

@@ -8,8 +8,11 @@
 #include <optional>
 #include <vector>
 
+#include "BasePool/CbKeyTraits.h"
+#include "Definitions/CBeanConfig.h"
 #include "Document/SDocument.h"
 #include "Registry/CRegistry.h"
+#include "Services/CServiceRegistry.h"
 
 namespace Zorbel {
 

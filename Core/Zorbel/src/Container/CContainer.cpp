@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "BasePool/CbStopWatch.h"
+#include "Configuration/CXMLResource.h"
 #include "Container/Integration.h"
 #include "Container/SharedFactory.h"
 #include "Errors/Raise.h"

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "BasePool/CbNeverDestroyed.h"
+#include "Configuration/CXMLResource.h"
 #include "Errors/Raise.h"
 #include "Factory/CBeanFactoryImpl.h"
 #include "Threads/ThreadState.h"

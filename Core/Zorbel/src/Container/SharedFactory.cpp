@@ -1,7 +1,6 @@
 #include "Container/SharedFactory.h"
 
 #include <mutex>
-#include <utility>
 
 #include "BasePool/CbNeverDestroyed.h"
 #include "Errors/Raise.h"

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "BasePool/CbCriticalSection.h"
+#include "Configuration/CXMLResource.h"
 #include "Resolution/CFactoryState.h"
 #include "Threads/CFactoryMutex.h"
 

@@ -1,5 +1,6 @@
 #include "Reader/CBodyReader.h"
 
+#include <optional>
 #include <string_view>
 #include <utility>
 

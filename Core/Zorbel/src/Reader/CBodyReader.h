@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "Document/SDocument.h"
@@ -9,6 +8,7 @@
 #include "Reader/CDeclarations.h"
 #include "Reader/CReading.h"
 #include "Reader/SScope.h"
+#include "XmlParser/XmlParser.h"
 
 namespace Zorbel::Internal {
 

@@ -8,6 +8,7 @@
 #include "Reader/CDeclarations.h"
 #include "Reader/CReading.h"
 #include "Reader/FileText.h"
+#include "XmlParser/XmlParser.h"
 
 namespace Zorbel::Internal {
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string_view>
 
 #include "Reader/CReading.h"
 #include "Reader/SScope.h"
+#include "XmlParser/XmlParser.h"
 
 namespace Zorbel::Internal {
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "BasePool/CbStr.h"
+#include "Document/Sources.h"
 #include "Reader/CLoadLimits.h"
 #include "Reader/Expansion.h"
 #include "Reader/IEnvironment.h"

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "Document/SDocument.h"
+#include "Document/SLibrary.h"
 #include "Document/Sources.h"
 #include "Reader/FileText.h"
 #include "Reader/SOpenFile.h"

@@ -1,7 +1,6 @@
 // Merging: what a document declares into the registry.
 
 #include <cstddef>
-#include <iterator>
 #include <memory>
 #include <utility>
 

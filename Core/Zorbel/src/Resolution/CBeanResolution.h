@@ -5,6 +5,8 @@
 #include <memory>
 #include <vector>
 
+#include "Definitions/CBeanConfig.h"
+#include "Document/SBeanDescription.h"
 #include "Resolution/CFactoryState.h"
 #include "Threads/ThreadState.h"
 

@@ -1,5 +1,7 @@
 #include "Values/LiteralConversion.h"
 
+#include <Zorbel/CStringT.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstdint>

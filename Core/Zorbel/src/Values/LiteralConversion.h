@@ -1,7 +1,5 @@
 #pragma once
 
-#include <Zorbel/CStringT.h>
-
 /// The rules by which configured texts become literal values. Numbers never fail: what is no number gives 0, and text
 /// behind a number is ignored. White space before a number is skipped, Unicode's too; digits are ASCII. Only "true" and
 /// "false" have to be exact.
