@@ -89,7 +89,7 @@ std::vector<CDeclarations::SDeclared> CDeclarations::FindOverrides(const SOpenFi
   std::vector<SDeclared> overrides;
   for (const auto& [first, library] : MentionsIn(file)) {
     for (std::size_t i = first->firstBean; i < library->beans.size(); ++i) {
-      if (before.count(library->beans[i].name.GetString()) != 0) {
+      if (before.contains(library->beans[i].name.GetString())) {
         overrides.push_back({library, i});
       }
     }

@@ -91,7 +91,7 @@ void CDocumentReader::Read(SOpenFile& file) {
 // Documents that include each other, and chains that would exhaust the stack, end here.
 bool CDocumentReader::Open(SOpenFile& file, const std::wstring& resolvedName) {
   const std::size_t depth = m_openNames.size();
-  if (m_openNames.count(resolvedName) != 0) {
+  if (m_openNames.contains(resolvedName)) {
     ReportFile({"include-cycle", kFunction}, file, L"File '%s' includes itself (%s)", file.name, IncludeChain(file));
     return false;
   }

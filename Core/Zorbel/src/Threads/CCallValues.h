@@ -10,6 +10,7 @@ namespace Zorbel::Internal {
 /// are; it knows them by the address of their vector. Those of one thread end in the reverse order in which they began.
 class CCallValues {
  public:
+  virtual ~CCallValues() = default;
   CCallValues(const CCallValues&) = delete;
   CCallValues& operator=(const CCallValues&) = delete;
 
@@ -23,7 +24,6 @@ class CCallValues {
 
  protected:
   CCallValues() = default;
-  ~CCallValues() = default;
 
   /// The last step of building and the first of the end: nobody asks for values that are not whole.
   void Publish();

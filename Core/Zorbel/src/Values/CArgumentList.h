@@ -16,7 +16,7 @@ namespace Zorbel {
 class CTypeManager;
 
 /// The values of configured arguments, in the form that wrappers take them. The values live as long as the list.
-class CArgumentList final : public Internal::CCallValues {
+class CArgumentList : public Internal::CCallValues {
  public:
   /// Makes one value source per argument. Throws: what finding types and making values throws.
   CArgumentList(const std::vector<SArgumentDescription>& arguments, IBeanFactory* factory,
@@ -25,7 +25,7 @@ class CArgumentList final : public Internal::CCallValues {
   /// A single value.
   explicit CArgumentList(std::shared_ptr<IValuePointer> source);
 
-  ~CArgumentList() { Withdraw(); }
+  ~CArgumentList() override { Withdraw(); }
   CArgumentList(const CArgumentList&) = delete;
   CArgumentList& operator=(const CArgumentList&) = delete;
 
