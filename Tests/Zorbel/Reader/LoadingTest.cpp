@@ -109,7 +109,33 @@ TEST_F(Loading, RefusesBeansIncludedTwiceButNotOnesOfTheIncludingFile) {
   Write("one.xml", {}, "one");
   EXPECT_EQ(Error("twice.xml"), L"Overriding bean 'one' is not allowed");
   EXPECT_EQ(Error("again.xml"), L"no error");
+  // Of several, the first in the order in which the later file names libraries and beans.
+  const auto library = [](const std::string& path, const std::string& bean) {
+    return "<library path='" + path + "'><beans><bean name='" + bean + "' class='C'/></beans></library>";
+  };
+  Write("ab.xml", "<zorbel>" + library("a", "one") + library("b", "two") + "</zorbel>");
+  Write("ba.xml", "<zorbel><include path='one.xml'/>" + library("b", "two") + library("a", "one") + "</zorbel>");
+  Write("order.xml", {"ab.xml", "ba.xml"}, "");
+  EXPECT_EQ(Error("order.xml"), L"Overriding bean 'one' is not allowed");
+  Write("ba.xml", "<zorbel>" + library("b", "two") + library("a", "one") + "</zorbel>");
+  EXPECT_EQ(Error("order.xml"), L"Overriding bean 'two' is not allowed");
   EXPECT_EQ(ErrorOf([] { Load("").Reset("<zorbel><include path='nowhere.xml'/></zorbel>"); }), L"no error");
+}
+
+TEST_F(Loading, DefinesTheBeansBesideAProvidingOneForEachFileAnew) {
+  Zorbel::GetLocalLibrary().RegisterTypeID("ILoad", "load");
+  const auto write = [this](const std::string& name, const std::string& includes, const std::string& className) {
+    m_classes.Add(className);
+    const std::string bean = "' class='" + className + "'>";
+    Write(name, "<zorbel>" + includes + "<library path='emptyplugin'><beans><bean name='" + className + bean +
+                    "</bean><bean name='p" + className + bean + "<provides><interface>ILoad</interface></provides>" +
+                    "</bean></beans></library></zorbel>");
+  };
+  write("a.xml", "", "A");
+  write("b.xml", "", "B");
+  write("main.xml", "<include path='a.xml'/><include path='b.xml'/>", "M");
+  EXPECT_EQ(Error("main.xml"), L"no error");
+  EXPECT_EQ(Journal::Take(), (Lines{"make A", "make B", "make A", "make A", "make B", "make B", "make M"}));
 }
 
 TEST_F(Loading, EndsIncludeCyclesAndChainsThatAreTooLong) {
