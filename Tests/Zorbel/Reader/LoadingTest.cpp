@@ -109,16 +109,19 @@ TEST_F(Loading, RefusesBeansIncludedTwiceButNotOnesOfTheIncludingFile) {
   Write("one.xml", {}, "one");
   EXPECT_EQ(Error("twice.xml"), L"Overriding bean 'one' is not allowed");
   EXPECT_EQ(Error("again.xml"), L"no error");
-  // Of several, the first in the order in which the later file names libraries and beans.
+  // Of several, the first in the order in which the later file names libraries and beans. What a file further out has
+  // included does not count yet.
   const auto library = [](const std::string& path, const std::string& bean) {
     return "<library path='" + path + "'><beans><bean name='" + bean + "' class='C'/></beans></library>";
   };
   Write("ab.xml", "<zorbel>" + library("a", "one") + library("b", "two") + "</zorbel>");
-  Write("ba.xml", "<zorbel><include path='one.xml'/>" + library("b", "two") + library("a", "one") + "</zorbel>");
-  Write("order.xml", {"ab.xml", "ba.xml"}, "");
-  EXPECT_EQ(Error("order.xml"), L"Overriding bean 'one' is not allowed");
   Write("ba.xml", "<zorbel>" + library("b", "two") + library("a", "one") + "</zorbel>");
+  Write("c.xml", "<zorbel>" + library("c", "two") + "</zorbel>");
+  Write("order.xml", {"ab.xml", "ba.xml"}, "");
+  Write("inner.xml", {"one.xml", "ba.xml"}, "");
+  Write("outer.xml", {"c.xml", "inner.xml"}, "");
   EXPECT_EQ(Error("order.xml"), L"Overriding bean 'two' is not allowed");
+  EXPECT_EQ(Error("outer.xml"), L"Overriding bean 'one' is not allowed");
   EXPECT_EQ(ErrorOf([] { Load("").Reset("<zorbel><include path='nowhere.xml'/></zorbel>"); }), L"no error");
 }
 

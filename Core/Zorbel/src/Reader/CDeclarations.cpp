@@ -56,8 +56,11 @@ const CDeclarations::SMention* CDeclarations::FirstMention(const SLibrary& libra
 }
 
 std::size_t CDeclarations::FirstBeanOf(const SOpenFile& file, const SLibrary& library) const {
-  const SMention* first = file.outer != nullptr ? FirstMention(library, file) : nullptr;
-  return first != nullptr ? first->firstBean : 0;
+  if (file.outer == nullptr) {
+    return 0;
+  }
+  const SMention* first = FirstMention(library, file);
+  return first != nullptr ? first->firstBean : library.beans.size();
 }
 
 std::vector<std::pair<const CDeclarations::SMention*, const SLibrary*>> CDeclarations::MentionsIn(
