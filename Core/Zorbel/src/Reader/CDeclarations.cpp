@@ -6,6 +6,26 @@
 
 namespace Zorbel::Internal {
 
+void CDeclarations::ExpectFile() {
+  if (!m_hasBeans || m_notesNames) {
+    return;
+  }
+  for (const auto& [path, known] : m_libraries) {
+    NoteNames(known);
+  }
+  m_notesNames = true;
+}
+
+// The beans from one mention to the next one are those of its file.
+void CDeclarations::NoteNames(const SKnownLibrary& known) {
+  std::size_t bean = known.library->beans.size();
+  for (auto mention = known.mentions.rbegin(); mention != known.mentions.rend(); ++mention) {
+    for (; bean > mention->firstBean; --bean) {
+      m_fileOfBean.SetAt(known.library->beans[bean - 1].name).value = mention->file;
+    }
+  }
+}
+
 SLibrary& CDeclarations::FindOrAddLibrary(const char* path) {
   auto known = m_libraries.find(path);
   if (known == m_libraries.end()) {
@@ -26,9 +46,10 @@ void CDeclarations::Mention(SKnownLibrary& known) {
 }
 
 void CDeclarations::AddBean(SLibrary& library, SBeanDescription&& bean) {
-  if (IsIncluded()) {
+  if (m_notesNames && IsIncluded()) {
     NoteName(bean.name);
   }
+  m_hasBeans = true;
   library.beans.push_back(std::move(bean));
 }
 

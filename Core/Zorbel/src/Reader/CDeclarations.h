@@ -30,6 +30,10 @@ class CDeclarations {
   /// The file that what follows is declared in; null for a text.
   void SetFile(SOpenFile* file) { m_file = file; }
 
+  /// To be called before a file is read. From then on it matters who has declared a name: the files that have declared
+  /// beans before lie inside each other, where any may.
+  void ExpectFile();
+
   SLibrary& FindOrAddLibrary(const char* path);
   void AddBean(SLibrary& library, SBeanDescription&& bean);
 
@@ -55,6 +59,7 @@ class CDeclarations {
 
   bool IsIncluded() const { return m_file != nullptr && m_file->outer != nullptr; }
   void Mention(SKnownLibrary& known);
+  void NoteNames(const SKnownLibrary& known);
   void NoteName(const CStringT<char>& name);
   const SMention* FirstMention(const SLibrary& library, const SOpenFile& file) const;
   std::vector<std::pair<const SMention*, const SLibrary*>> MentionsIn(const SOpenFile& file) const;
@@ -65,6 +70,8 @@ class CDeclarations {
   std::unordered_map<std::string_view, SKnownLibrary> m_libraries;  // by path
   CbMap<CStringT<char>, unsigned int> m_fileOfBean;                 // the last one, of those that are included
   unsigned int m_mentionCount = 0;
+  bool m_hasBeans = false;
+  bool m_notesNames = false;
 };
 
 }  // namespace Zorbel::Internal

@@ -107,6 +107,7 @@ bool CDocumentReader::Open(SOpenFile& file, const std::wstring& resolvedName) {
   }
   file.number = ++m_fileCount;
   m_openNames.insert(resolvedName);
+  m_declarations.ExpectFile();
   return true;
 }
 
@@ -182,7 +183,7 @@ XMLNode CDocumentReader::Parse(const SFileText& text, const SOpenFile* file) {
     return ParseLocated(text, file);
   }
   XMLResults results{};
-  XMLNode root = XMLNode::parseString(text.text.data(), kRootName, &results);
+  XMLNode root = XMLNode::parseString(text.text, kRootName, &results);
   if (results.error != eXMLErrorNone) {
     ReportUnreadable(file, {}, static_cast<unsigned int>(results.nLine), static_cast<unsigned int>(results.nColumn));
   }

@@ -58,6 +58,18 @@ SSource CReading::SourceOf(const XMLNode& node, const SVariable* variables) {
   return m_sources->SourceOf(node, variables);
 }
 
+template <class Where>
+void CReading::Tell(const SFault& fault, const Where& where, std::wstring& text) {
+  SProblem problem(fault);
+  problem.text.swap(text);
+  Locate(problem, where);
+  m_problems.Handle(problem);
+}
+
+template void CReading::Tell(const SFault& fault, const SWhere& where, std::wstring& text);
+template void CReading::Tell(const SFault& fault, const STextPosition& where, std::wstring& text);
+template void CReading::Tell(const SFault& fault, const SSource& where, std::wstring& text);
+
 void CReading::Locate(SProblem& problem, const SWhere& where) const {
   if (m_sources == nullptr) {
     return;

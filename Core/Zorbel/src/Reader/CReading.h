@@ -41,10 +41,9 @@ class CReading {
   /// `where` is one of the structures above, or the source of a record.
   template <class Where, class... Texts>
   void Report(const SFault& fault, const Where& where, const wchar_t* format, const Texts&... texts) {
-    SProblem problem(fault);
-    CbStrT<std::wstring>(problem.text).Format(format, texts.c_str()...);
-    Locate(problem, where);
-    m_problems.Handle(problem);
+    std::wstring text;
+    CbStrT<std::wstring>(text).Format(format, texts.c_str()...);
+    Tell(fault, where, text);
   }
 
   /// Returns a bean's name for a text.
@@ -72,6 +71,9 @@ class CReading {
   CLoadLimits limits;
 
  private:
+  // Apart from the above: a problem would take its room on the stack at every element that nests.
+  template <class Where>
+  void Tell(const SFault& fault, const Where& where, std::wstring& text);
   void Locate(SProblem& problem, const SWhere& where) const;
   void Locate(SProblem& problem, const STextPosition& where) const;
   static void Locate(SProblem& problem, const SSource& where);

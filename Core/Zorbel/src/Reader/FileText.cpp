@@ -1,5 +1,6 @@
 #include "Reader/FileText.h"
 
+#include <string_view>
 #include <utility>
 
 #include "Platform/CodePage.h"
@@ -24,8 +25,7 @@ std::string_view WithoutUtf16Mark(std::string_view text) {
 
 bool FindText(std::string& bytes, SFileText& found) {
   if (!Platform::IsUtf16Text(bytes)) {
-    found.text = bytes;
-    found.text.remove_prefix(found.text.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0);
+    found.text = bytes.c_str() + (bytes.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0);
     return true;
   }
   std::string converted;
@@ -33,7 +33,7 @@ bool FindText(std::string& bytes, SFileText& found) {
     return false;
   }
   bytes = std::move(converted);
-  found = {bytes, true};
+  found = {bytes.c_str(), true};
   return true;
 }
 

@@ -1,18 +1,17 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace Zorbel::Internal {
 
 /// The text of a file's bytes, as it is parsed.
 struct SFileText {
-  std::string_view text;     ///< without a byte-order mark
+  const char* text = "";     ///< without a byte-order mark
   bool singleBytes = false;  ///< each character is one byte, as in what was UTF-16; else it is UTF-8
 };
 
 /// Finds the text in the bytes; UTF-16 is converted to the ANSI code page in their place. False when that cannot be
-/// done. The text ends with a zero byte and lives as long as the bytes are left alone.
+/// done. The text lives as long as the bytes are left alone.
 bool FindText(std::string& bytes, SFileText& found);
 
 }  // namespace Zorbel::Internal
