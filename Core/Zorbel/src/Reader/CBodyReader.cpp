@@ -1,5 +1,6 @@
 #include "Reader/CBodyReader.h"
 
+#include <functional>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -47,7 +48,7 @@ void CBodyReader::parseBeans(const XMLNode& container, const SScope& scope) {
     Add(*library, std::move(draft));
   };
   const auto readBody = [this](const XMLNode& loop, const SScope& body) { parseBeans(loop, body); };
-  ParseContainer(m_reading, container, {"bean", "service"}, scope, addBean, readBody);
+  ParseContainer(m_reading, container, {"bean", "service"}, scope, std::cref(addBean), readBody);
 }
 
 SLibrary* CBodyReader::parseBean(const XMLNode& node, SDraft& draft, const SScope& scope, const char* inlineName) {
@@ -132,19 +133,24 @@ void CBodyReader::parseMethods(const XMLNode& node, SBeanDescription& bean, cons
 }
 
 void CBodyReader::parseContent(const XMLNode& node, SDraft& draft, const SScope& scope) {
-  const auto withFirst = [&node](const char* name, const auto& parse) {
+  using Step = void (CBodyReader::*)(const XMLNode&, SDraft&, const SScope&);
+  static constexpr std::pair<const char*, Step> kSteps[] = {
+      {"constructor-arg", &CBodyReader::parseConstructorArguments},
+      {"properties", &CBodyReader::parseProperties},
+      {"provides", &CBodyReader::parseProvides},
+      {"depends-on", &CBodyReader::parseDependencies}};
+  for (const auto& [name, parse] : kSteps) {
     const XMLNode child = node.getChildNode(name);
     if (!child.isEmpty()) {
-      parse(child);
+      (this->*parse)(child, draft, scope);
     }
-  };
-  withFirst("constructor-arg", [&](const XMLNode& child) { parseConstructorArguments(child, draft, scope); });
-  withFirst("properties", [&](const XMLNode& child) { parseProperties(child, draft, scope); });
-  withFirst("provides", [&](const XMLNode& child) {
-    const auto readInterface = [&](const XMLNode& interfaceNode) { parseInterfaces(interfaceNode, draft, scope); };
-    ParseContainer(m_reading, child, {"interface"}, scope, readInterface, [](const XMLNode&, const SScope&) {});
-  });
-  withFirst("depends-on", [&](const XMLNode& child) { parseDependencies(child, draft, scope); });
+  }
+}
+
+// Loops are carried out, but their bodies provide nothing.
+void CBodyReader::parseProvides(const XMLNode& node, SDraft& draft, const SScope& scope) {
+  const auto readInterface = [&](const XMLNode& interfaceNode) { parseInterfaces(interfaceNode, draft, scope); };
+  ParseContainer(m_reading, node, {"interface"}, scope, std::cref(readInterface), [](const XMLNode&, const SScope&) {});
 }
 
 // The library comes first: its module may register the interface's type id when it is loaded.

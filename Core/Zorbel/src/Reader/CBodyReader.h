@@ -37,6 +37,7 @@ class CBodyReader {
   void parseFlags(const XMLNode& node, SBeanDescription& bean, const SScope& scope, bool isInline);
   void parseMethods(const XMLNode& node, SBeanDescription& bean, const SScope& scope);
   void parseContent(const XMLNode& node, SDraft& draft, const SScope& scope);
+  void parseProvides(const XMLNode& node, SDraft& draft, const SScope& scope);
   void parseInterfaces(const XMLNode& node, SDraft& draft, const SScope& scope);
   void parseDependencies(const XMLNode& node, SDraft& draft, const SScope& scope);
   std::string NewUuid(const char* function, const SWhere& where);
@@ -52,11 +53,16 @@ class CBodyReader {
                         const SScope& scope);
   void parseValue(const XMLNode& node, SArgumentDescription& argument, const SBeanDescription& bean,
                   const SScope& scope);
+  void parseNull(const XMLNode& node, SArgumentDescription& argument, const SBeanDescription& bean,
+                 const SScope& scope);
   void parseReference(const XMLNode& node, SArgumentDescription& argument, const SBeanDescription& bean,
                       const SScope& scope);
-  void parseInlineBean(const XMLNode& node, SArgumentDescription& argument, const SScope& scope);
+  void parseInlineBean(const XMLNode& node, SArgumentDescription& argument, const SBeanDescription& bean,
+                       const SScope& scope);
+  void parseInlineName(const XMLNode& node, SArgumentDescription& argument, const SScope& scope);
   void parseProperties(const XMLNode& node, SDraft& draft, const SScope& scope);
   void parseProperty(const XMLNode& node, SDraft& draft, const SScope& scope);
+  void parsePropertyArgument(const XMLNode& holder, SDraft& draft, const SScope& scope);
 
   CReading& m_reading;
   SDocument& m_document;

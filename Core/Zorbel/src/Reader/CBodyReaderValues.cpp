@@ -1,6 +1,7 @@
 // Constructor arguments and properties.
 
 #include <cctype>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -31,9 +32,7 @@ std::string InlineName(const std::string& uuid, const char* className) {
 void CBodyReader::parseConstructorArguments(const XMLNode& node, SDraft& draft, const SScope& scope) {
   SBeanDescription& bean = draft.bean;
   ForEachChild(node, "argument", [&](const XMLNode& child) {
-    SArgumentDescription argument;
-    const XMLNode value = parseArgument(child, argument, bean, scope);
-    bean.constructorArguments.push_back(std::move(argument));
+    const XMLNode value = parseArgument(child, bean.constructorArguments.emplace_back(), bean, scope);
     NoteSource(draft, &SBeanSource::constructorArguments, value, scope);
   });
   if (bean.constructorArguments.empty()) {
@@ -46,21 +45,16 @@ void CBodyReader::parseConstructorArguments(const XMLNode& node, SDraft& draft, 
 // Returns the element that holds the value; the argument's own when there is none.
 XMLNode CBodyReader::parseArgument(const XMLNode& node, SArgumentDescription& argument, const SBeanDescription& bean,
                                    const SScope& scope) {
-  if (XMLNode value = node.getChildNode("value"); !value.isEmpty()) {
-    parseValue(value, argument, bean, scope);
-    return value;
-  }
-  if (XMLNode null = node.getChildNode("nullptr"); !null.isEmpty()) {
-    argument.kind = SArgumentDescription::kNull;
-    return null;
-  }
-  if (XMLNode reference = node.getChildNode("ref"); !reference.isEmpty()) {
-    parseReference(reference, argument, bean, scope);
-    return reference;
-  }
-  if (XMLNode inlineBean = node.getChildNode("bean"); !inlineBean.isEmpty()) {
-    parseInlineBean(inlineBean, argument, scope);
-    return inlineBean;
+  using Step = void (CBodyReader::*)(const XMLNode&, SArgumentDescription&, const SBeanDescription&, const SScope&);
+  static constexpr std::pair<const char*, Step> kSteps[] = {{"value", &CBodyReader::parseValue},
+                                                            {"nullptr", &CBodyReader::parseNull},
+                                                            {"ref", &CBodyReader::parseReference},
+                                                            {"bean", &CBodyReader::parseInlineBean}};
+  for (const auto& [name, parse] : kSteps) {
+    if (XMLNode value = node.getChildNode(name); !value.isEmpty()) {
+      (this->*parse)(value, argument, bean, scope);
+      return value;
+    }
   }
   m_reading.Report({"value", kArgumentFunction}, SWhere{node, scope.variables},
                    L"Error when parsing arguments of bean '%s': There are no arguments",
@@ -79,6 +73,10 @@ void CBodyReader::parseValue(const XMLNode& node, SArgumentDescription& argument
   argument.text = m_reading.Substitute(node.getText(), {node, scope.variables});
 }
 
+void CBodyReader::parseNull(const XMLNode&, SArgumentDescription& argument, const SBeanDescription&, const SScope&) {
+  argument.kind = SArgumentDescription::kNull;
+}
+
 void CBodyReader::parseReference(const XMLNode& node, SArgumentDescription& argument, const SBeanDescription& bean,
                                  const SScope& scope) {
   for (const char* kind : {SArgumentDescription::kBean, SArgumentDescription::kService}) {
@@ -94,17 +92,10 @@ void CBodyReader::parseReference(const XMLNode& node, SArgumentDescription& argu
 }
 
 // An inline bean is an ordinary bean of the library with a name that no document can know.
-void CBodyReader::parseInlineBean(const XMLNode& node, SArgumentDescription& argument, const SScope& scope) {
-  const SWhere where{node, scope.variables};
-  const std::string uuid = NewUuid(kArgumentFunction, where);
-  const char* className = OrEmpty(node.getAttribute("class"));
-  if (*className == '\0') {
-    m_reading.Report({"class", kArgumentFunction}, SWhere{node, scope.variables, "class"},
-                     L"Class name for unnamed bean not defined");
-  }
-  argument.kind = SArgumentDescription::kBean;
-  argument.text = m_reading.Substitute(InlineName(uuid, className).c_str(), {node});
-  if (!MayNest(m_reading, scope, where, kArgumentFunction)) {
+void CBodyReader::parseInlineBean(const XMLNode& node, SArgumentDescription& argument, const SBeanDescription&,
+                                  const SScope& scope) {
+  parseInlineName(node, argument, scope);
+  if (!MayNest(m_reading, scope, {node, scope.variables}, kArgumentFunction)) {
     return;
   }
   const SScope inside{scope.library, scope.variables, scope.depth + 1};
@@ -113,10 +104,21 @@ void CBodyReader::parseInlineBean(const XMLNode& node, SArgumentDescription& arg
   Add(*library, std::move(draft));
 }
 
+void CBodyReader::parseInlineName(const XMLNode& node, SArgumentDescription& argument, const SScope& scope) {
+  const std::string uuid = NewUuid(kArgumentFunction, {node, scope.variables});
+  const char* className = OrEmpty(node.getAttribute("class"));
+  if (*className == '\0') {
+    m_reading.Report({"class", kArgumentFunction}, SWhere{node, scope.variables, "class"},
+                     L"Class name for unnamed bean not defined");
+  }
+  argument.kind = SArgumentDescription::kBean;
+  argument.text = m_reading.Substitute(InlineName(uuid, className).c_str(), {node});
+}
+
 void CBodyReader::parseProperties(const XMLNode& node, SDraft& draft, const SScope& scope) {
   const auto readProperty = [&](const XMLNode& property) { parseProperty(property, draft, scope); };
   const auto readBody = [&](const XMLNode& loop, const SScope& body) { parseProperties(loop, draft, body); };
-  ParseContainer(m_reading, node, {"property"}, scope, readProperty, readBody);
+  ParseContainer(m_reading, node, {"property"}, scope, std::cref(readProperty), readBody);
 }
 
 void CBodyReader::parseProperty(const XMLNode& node, SDraft& draft, const SScope& scope) {
@@ -126,30 +128,28 @@ void CBodyReader::parseProperty(const XMLNode& node, SDraft& draft, const SScope
     m_reading.Report({"property-name", kPropertyFunction}, SWhere{node, scope.variables},
                      L"Error while parsing property: There is no valid attribute 'name'");
   }
-  SPropertyDescription property;
-  SPropertySource source;
+  SPropertyDescription& property = draft.bean.properties.emplace_back();
   property.name = m_reading.SubstituteNarrow(name, {node, scope.variables, "name"});
-  const auto addArgument = [&](const XMLNode& holder) {
-    SArgumentDescription argument;
-    const XMLNode value = parseArgument(holder, argument, draft.bean, scope);
-    property.arguments.push_back(std::move(argument));
-    if (draft.source) {
-      source.arguments.push_back(m_reading.SourceOf(value, scope.variables));
-    }
-  };
+  if (draft.source) {
+    draft.source->properties.push_back({m_reading.SourceOf(node, scope.variables), {}});
+  }
   if (const XMLNode arguments = node.getChildNode("arguments"); arguments.isEmpty()) {
-    addArgument(node);
+    parsePropertyArgument(node, draft, scope);
   } else {
-    ForEachChild(arguments, "argument", addArgument);
+    ForEachChild(arguments, "argument", [&](const XMLNode& holder) { parsePropertyArgument(holder, draft, scope); });
   }
   if (property.arguments.empty()) {
     m_reading.Report({"arguments", kPropertyFunction}, SWhere{node, scope.variables},
                      L"Error while parsing property: Missing arguments");
   }
-  draft.bean.properties.push_back(std::move(property));
+}
+
+// An argument of the last property so far.
+void CBodyReader::parsePropertyArgument(const XMLNode& holder, SDraft& draft, const SScope& scope) {
+  SBeanDescription& bean = draft.bean;
+  const XMLNode value = parseArgument(holder, bean.properties.back().arguments.emplace_back(), bean, scope);
   if (draft.source) {
-    source.property = m_reading.SourceOf(node, scope.variables);
-    draft.source->properties.push_back(std::move(source));
+    draft.source->properties.back().arguments.push_back(m_reading.SourceOf(value, scope.variables));
   }
 }
 

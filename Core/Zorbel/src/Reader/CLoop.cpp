@@ -43,6 +43,14 @@ bool Ends(std::int64_t first, std::int64_t last, std::int64_t step) {
          (step > 0 && first + CountPasses(first, last, step) * step <= std::numeric_limits<std::int32_t>::max());
 }
 
+template <class Loop>
+void Run(CReading& reading, const XMLNode& node, const SScope& scope, const BodyReader& readBody) {
+  Loop loop(reading, node, scope);
+  while (loop.Next()) {
+    readBody(node, loop.GetBody());
+  }
+}
+
 }  // namespace
 
 CLoop::CLoop(CReading& reading, const XMLNode& node, const SScope& scope)
@@ -144,6 +152,11 @@ std::string_view CForeachLoop::TakeItem() {
   m_items.remove_prefix(separator == std::string_view::npos ? m_items.size() : separator + 1);
   m_atEnd = m_items.empty();
   return item;
+}
+
+void RunLoops(CReading& reading, const XMLNode& container, const SScope& scope, const BodyReader& readBody) {
+  ForEachChild(container, "for", [&](const XMLNode& loop) { Run<CForLoop>(reading, loop, scope, readBody); });
+  ForEachChild(container, "foreach", [&](const XMLNode& loop) { Run<CForeachLoop>(reading, loop, scope, readBody); });
 }
 
 }  // namespace Zorbel::Internal

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 #include "Reader/CReading.h"
@@ -77,5 +78,11 @@ class CForeachLoop : public CLoop {
   std::string_view m_items;
   bool m_atEnd = false;
 };
+
+/// Reads a loop element, whose body is a container like the one that it stands in, as its pass sees it.
+using BodyReader = std::function<void(const XMLNode& loop, const SScope& body)>;
+
+/// Runs the counted loops of a container, then those over lists.
+void RunLoops(CReading& reading, const XMLNode& container, const SScope& scope, const BodyReader& readBody);
 
 }  // namespace Zorbel::Internal
