@@ -145,11 +145,12 @@ TEST(ProblemList, HasEveryProblemOfADocumentAndItsIncludes) {
       {{{L"m",
          InBeans("<for first='x' last='' inc='?'><bean class='%n%'/><bean class='a%'/></for>\n"
                  "<for first='1' last='2' inc='0' substitute='n'><bean/></for><foreach><bean class='%x%'/></foreach>\n"
-                 "<for first='1' last='3' substitute='n'><bean class='%x%' lazy='%n%'/></for>")}},
+                 "<for first='1' last='3' substitute='n'><bean class='%x%' lazy='%n%'/>"
+                 "<bean class='C' lazy='%x%'><provides><interface>%x%</interface></provides></bean></for>")}},
        {"number m:2:6-2:15", "number m:2:16-2:23", "number m:2:24-2:31", "loop-variable m:2:1-2:75",
         "pattern m:2:57-2:67 =0", "endless-loop m:3:1-3:61", "class m:3:48-3:55 n=1",
-        "unknown-variable m:4:46-4:57 n=1", "flag m:4:58-4:68 n=1", "loop-variable m:3:61-3:99",
-        "class m:3:76-3:87 ="}},
+        "unknown-variable m:4:46-4:57 n=1", "flag m:4:58-4:68 n=1", "unknown-variable m:4:86-4:96 n=1",
+        "unknown-variable m:4:107-4:133 n=1", "loop-variable m:3:61-3:99", "class m:3:76-3:87 ="}},
       {{{L"m", "<zorbel><library/>\n<include/><include path='none'/><include path='m'/><include path='b'/></zorbel>"},
         {L"b", "<zorbel>\n<library path='&x;'>&y;</library></zorbe>"}},
        {"include-path m:2:1-2:11", "file m:2:20-2:31", "include-cycle m:2:42-2:50", "xml b:2:16-2:16 < m:2:52",
@@ -162,6 +163,10 @@ TEST(ProblemList, HasEveryProblemOfADocumentAndItsIncludes) {
         {L"d", InBeans("<bean name='d' class='C'/>")}},
        {"xml c:1:43-1:43 < m:3:1", "class c:2:27-2:34 < m:3:1", "overridden-bean d:2:1-2:27 < c:1:9 < m:3:1",
         "overridden-bean c:2:1-2:27 < m:3:1"}},
+      {{{L"m", "<zorbel><include path='b'/><include path='c'/><include path='b'/></zorbel>"},
+        {L"b", "<other/>"},
+        {L"c", "<other/>"}},
+       {"xml b:0:0-0:0 < m:1:9", "xml c:0:0-0:0 < m:1:28"}},
       {{{L"m", ""}}, {"xml m:0:0-0:0"}},
       {{{L"n", ""}}, {"file 0:0-0:0"}},
   };

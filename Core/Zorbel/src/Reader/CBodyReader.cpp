@@ -22,6 +22,12 @@ CStringT<char> Unqualified(const CStringT<char>& method) {
   return colon > 0 ? method.Mid(colon + 1) : method;
 }
 
+// What could not be substituted has been told, and has its pattern still: no more is to be said about it.
+template <class C>
+bool IsTold(const CStringT<C>& substituted, const SWhere& where) {
+  return where.variables != nullptr && substituted.Find('%') >= 0;
+}
+
 }  // namespace
 
 void CBodyReader::parseLibrary(const XMLNode& root, const SOpenFile* file) {
@@ -116,8 +122,7 @@ bool CBodyReader::StringToBool(const char* text, bool otherwise, const SWhere& w
   if (value == L"true" || value == L"false") {
     return value == L"true";
   }
-  const bool isTold = where.variables != nullptr && value.find(L'%') != std::wstring_view::npos;  // by the substitution
-  if (!isTold) {
+  if (!IsTold(substituted, where)) {
     m_reading.Report({"flag", "StringToBool"}, where, L"Value of bool parameter must be 'true' or 'false'");
   }
   return otherwise;
@@ -162,6 +167,9 @@ void CBodyReader::parseInterfaces(const XMLNode& node, SDraft& draft, const SSco
   if (name.IsEmpty()) {
     m_reading.Report({"interface", "Zorbel::CXMLResource::parseInterfaces"}, where,
                      L"Error while parsing interface: Missing interface name");
+    return;
+  }
+  if (IsTold(name, where)) {
     return;
   }
   if (const std::optional<CStringT<char>> typeId = m_reading.environment.FindTypeId(name)) {

@@ -9,8 +9,8 @@
 
 namespace Zorbel::Internal {
 
-/// Takes note of the problems of a document, for those who want to know them all. What is wrong in every pass of a loop
-/// is one problem, of the first of those passes.
+/// Takes note of the problems of a document, for those who want to know them all. Where sources are asked for, what is
+/// wrong in every pass of a loop, or whenever its file is included, is one problem, the first of those.
 class CProblemList : public IProblemHandler {
  public:
   void Handle(const SProblem& problem) override;

@@ -3,6 +3,7 @@
 #include <map>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 namespace Zorbel::Internal {
 namespace {
