@@ -103,7 +103,7 @@ Lines ListingOf(const SBeanDescription& bean, const SBeanSource& source) {
     add(bean.properties[i].arguments.at(0).kind, source.properties[i].arguments.at(0));
   }
   for (std::size_t i = 0; i < source.interfaces.size(); ++i) {
-    add(bean.interfaces[i], source.interfaces[i]);
+    add(source.interfaces[i].name.c_str(), source.interfaces[i].element);
   }
   for (std::size_t i = 0; i < source.dependsOn.size(); ++i) {
     add(bean.dependsOn[i], source.dependsOn[i]);
@@ -168,11 +168,18 @@ TEST(ProblemList, HasEveryProblemOfADocumentAndItsIncludes) {
         {L"c", "<other/>"}},
        {"xml b:0:0-0:0 < m:1:9", "xml c:0:0-0:0 < m:1:28"}},
       {{{L"m", ""}}, {"xml m:0:0-0:0"}},
-      {{{L"n", ""}}, {"file 0:0-0:0"}},
+      {{{L"n", ""}}, {"file m:0:0-0:0"}},
+      {{{L"m", InBeans("<for substitute='%n%'/><foreach set='%v%' substitute='v'><bean class='%v%'/></foreach>")}},
+       {"number m:2:1-2:24", "number m:2:1-2:24", "endless-substitution m:2:64-2:75 v=%v%"}},
   };
   for (const auto& [files, problems] : kDocuments) {
     EXPECT_EQ(SRead(files).Problems(), problems);
   }
+}
+
+TEST(ProblemList, EndsWhereNobodyReadsOn) {
+  const SRead read({{L"m", InBeans(std::string(20'000, '&'))}});
+  EXPECT_TRUE(read.problems.GetProblems().size() == CProblemList::kMostProblems && !read.problems.IsComplete());
 }
 
 TEST(Sources, TellTheFileThePlaceTheIncludesAndThePassesOfEveryRecord) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <list>
+#include <optional>
+#include <string>
 #include <unordered_map>
 
 #include "Definitions/CDefinitions.h"
@@ -28,7 +30,7 @@ class CContainerEnvironment : public IEnvironment {
   std::optional<CStringT<char>> FindTypeId(const CStringT<char>& interfaceName) override;
 
  private:
-  using Libraries = std::unordered_map<const SLibrary*, SProcessedLibrary>;
+  using Libraries = std::unordered_map<const SLibrary*, SLibraryProgress>;
 
   struct SIncluded {
     CDefinitions definitions;

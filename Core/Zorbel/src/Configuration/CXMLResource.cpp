@@ -4,7 +4,7 @@
 
 #include "Configuration/CContainerEnvironment.h"
 #include "Errors/Raise.h"
-#include "Errors/ResourceOrigin.h"
+#include "Errors/SharedOrigins.h"
 #include "Reader/CDocumentReader.h"
 #include "Services/CServiceConfig.h"
 

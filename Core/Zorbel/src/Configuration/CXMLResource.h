@@ -3,6 +3,7 @@
 #include <Zorbel/CStringT.h>
 #include <Zorbel/IBeanFactory.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>

@@ -9,6 +9,7 @@
 #include "Container/Integration.h"
 #include "Container/SharedFactory.h"
 #include "Errors/Raise.h"
+#include "Errors/SharedOrigins.h"
 #include "Factory/CBeanFactoryImpl.h"
 #include "Libraries/CLocalLibrary.h"
 #include "Threads/ThreadState.h"
@@ -18,7 +19,6 @@ namespace {
 
 const Logging::CLogger logger(L"Zorbel");
 
-constexpr const char* kFile = "Core/Zorbel/src/CContainer";
 constexpr const char* kConstructor = "Zorbel::CContainer::CContainer";
 constexpr const char* kReset = "Zorbel::CContainer::Reset";
 constexpr int kMilliseconds = 1000;
@@ -26,7 +26,7 @@ constexpr int kMilliseconds = 1000;
 CBeanFactoryImpl& Implementation(const std::shared_ptr<IBeanFactory>& factory, const char* function) {
   auto* implementation = dynamic_cast<CBeanFactoryImpl*>(factory.get());
   if (implementation == nullptr) {
-    Internal::Raise({kFile, function}, L"Zorbel is not configured");
+    Internal::Raise({Internal::kContainerFile, function}, L"Zorbel is not configured");
   }
   return *implementation;
 }
@@ -97,13 +97,13 @@ void Reload(CBeanFactoryImpl& factory, Source source) {
 
 CContainer::CContainer() : m_factory(Internal::CreateFactory(true)) {
   if (!m_factory) {
-    Internal::Raise({kFile, kConstructor}, L"Zorbel is not configured");
+    Internal::Raise({Internal::kContainerFile, kConstructor}, L"Zorbel is not configured");
   }
 }
 
 CContainer::CContainer(std::nullptr_t) : m_factory(Internal::CreateFactory(false)) {
   if (!m_factory) {
-    Internal::Raise({kFile, kConstructor}, L"Could not create bean factory");
+    Internal::Raise({Internal::kContainerFile, kConstructor}, L"Could not create bean factory");
   }
 }
 
@@ -111,14 +111,15 @@ CContainer::CContainer(const char* xml, bool integration) {
   CReport report;
   m_factory = Internal::CreateFactory(integration);
   Load(Implementation(m_factory, kConstructor), xml);
-  report.Write({kFile, kConstructor}, L"Loading configuration from xml (%s)... (%s)", ModeWord(integration));
+  report.Write({Internal::kContainerFile, kConstructor}, L"Loading configuration from xml (%s)... (%s)",
+               ModeWord(integration));
 }
 
 CContainer::CContainer(const wchar_t* path, bool integration) {
   CReport report;
   m_factory = Internal::CreateFactory(integration);
   Load(Implementation(m_factory, kConstructor), path);
-  report.Write({kFile, kConstructor}, L"Loading configuration from file '%s' (%s)... (%s)", path,
+  report.Write({Internal::kContainerFile, kConstructor}, L"Loading configuration from file '%s' (%s)... (%s)", path,
                ModeWord(integration));
 }
 
@@ -151,7 +152,7 @@ void CContainer::Reset() {
   CReport report;
   const CContainer first = *this;
   Implementation(first.m_factory, kReset).Clear();
-  report.Write({kFile, kReset}, L"Resetting %s configuration... (%s)",
+  report.Write({Internal::kContainerFile, kReset}, L"Resetting %s configuration... (%s)",
                [&] { return Internal::IsSharedFactory(first.m_factory.get()) ? L"integrated" : L"stand-alone"; });
 }
 
@@ -159,14 +160,16 @@ void CContainer::Reset(const char* xml) {
   CReport report;
   const CContainer first = *this;
   Reload(Implementation(first.m_factory, kReset), xml);
-  report.Write({kFile, kReset}, L"Resetting configuration from xml (%s)... (%s)", ModeOf(first.m_factory));
+  report.Write({Internal::kContainerFile, kReset}, L"Resetting configuration from xml (%s)... (%s)",
+               ModeOf(first.m_factory));
 }
 
 void CContainer::Reset(const wchar_t* path) {
   CReport report;
   const CContainer first = *this;
   Reload(Implementation(first.m_factory, kReset), path);
-  report.Write({kFile, kReset}, L"Resetting configuration from file '%s' (%s)... (%s)", path, ModeOf(first.m_factory));
+  report.Write({Internal::kContainerFile, kReset}, L"Resetting configuration from file '%s' (%s)... (%s)", path,
+               ModeOf(first.m_factory));
 }
 
 ILibraryConfiguration& GetLocalLibrary() { return CLocalLibrary::Instance(); }

@@ -6,13 +6,13 @@
 #include "BasePool/CbNeverDestroyed.h"
 #include "Configuration/CXMLResource.h"
 #include "Errors/Raise.h"
+#include "Errors/SharedOrigins.h"
 #include "Factory/CBeanFactoryImpl.h"
 #include "Threads/ThreadState.h"
 
 namespace Zorbel::Internal {
 namespace {
 
-constexpr const char* kFile = "Core/Zorbel/src/CContainer";
 constexpr const char* kIntegrate = "Zorbel::Internal::IntegrateResource";
 
 std::mutex& IntegrationMutex() {
@@ -30,7 +30,7 @@ bool TakeIntegration() {
   }
   if (!IntegrationMutex().try_lock()) {
     if (thread.factoryLocksHeld > 0) {
-      Raise({kFile, kIntegrate}, L"Configuration is being loaded by another thread");
+      Raise({kContainerFile, kIntegrate}, L"Configuration is being loaded by another thread");
     }
     const CReleasePause pause;
     IntegrationMutex().lock();
@@ -61,7 +61,7 @@ CIntegration::~CIntegration() {
 
 void RequireNotLoading() {
   if (ThisThread().loading) {
-    Raise({kFile, kIntegrate}, L"Configuration is being loaded on this thread");
+    Raise({kContainerFile, kIntegrate}, L"Configuration is being loaded on this thread");
   }
 }
 

@@ -4,13 +4,12 @@
 
 #include "BasePool/CbNeverDestroyed.h"
 #include "Errors/Raise.h"
+#include "Errors/SharedOrigins.h"
 #include "Factory/CBeanFactoryImpl.h"
 #include "Threads/ThreadState.h"
 
 namespace Zorbel::Internal {
 namespace {
-
-constexpr const char* kFile = "Core/Zorbel/src/CContainer";
 
 struct SSharedFactory {
   std::mutex mutex;  // apart from that of merging: a bean built under that may construct a container
@@ -63,7 +62,7 @@ std::shared_ptr<IBeanFactory> CreateFactory(bool integrated) {
   std::shared_ptr<IBeanFactory> factory =
       integrated ? SharedFactory() : CBeanFactoryImpl::Create([](auto&) noexcept {});
   if (!factory) {
-    Raise({kFile, "Zorbel::Internal::CreateFactory"}, L"Could not create bean factory");
+    Raise({kContainerFile, "Zorbel::Internal::CreateFactory"}, L"Could not create bean factory");
   }
   return factory;
 }

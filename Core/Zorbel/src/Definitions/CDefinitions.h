@@ -14,8 +14,8 @@
 
 namespace Zorbel {
 
-/// A library whose definitions are built, as far as that has come.
-struct SProcessedLibrary {
+/// How far the definitions of a library's beans have been built.
+struct SLibraryProgress {
   const SLibrary* library = nullptr;
   std::size_t processed = 0;            ///< how many of the beans, from the first, need not be looked at any more
   bool processing = false;              ///< while definitions are being built
@@ -37,12 +37,12 @@ class CDefinitions {
   /// Loads the module when that has not been done, and builds the definitions of those of the library's beans that have
   /// none. The library's beans stay where they are as long as these. Throws: `CException` when a wrapper maker is
   /// missing; what `CDynamicLibrary` and `CBeanConfig` throw. Those built before stay.
-  void processLibrary(SProcessedLibrary& library);
+  void processLibrary(SLibraryProgress& progress);
 
  private:
-  void processBean(const SBeanDescription& bean, SProcessedLibrary& library);
-  void* FindWrapperMaker(SProcessedLibrary& library, const CStringT<char>& className);
-  ILibrary& LoadedModule(SProcessedLibrary& library);
+  void processBean(const SBeanDescription& bean, SLibraryProgress& progress);
+  void* FindWrapperMaker(SLibraryProgress& progress, const CStringT<char>& className);
+  ILibrary& LoadedModule(SLibraryProgress& progress);
 
   std::vector<std::unique_ptr<ILibrary>> m_modules;
   BeanMap m_beans;

@@ -63,11 +63,16 @@ struct SPropertySource {
   std::vector<SSource> arguments;  ///< the elements that hold the values
 };
 
+struct SInterfaceSource {
+  SSource element;
+  std::string name;  ///< as the document has it; the record is its type id
+};
+
 struct SBeanSource {
   SSource bean;
   std::vector<SSource> constructorArguments;  ///< the elements that hold the values
   std::vector<SPropertySource> properties;
-  std::vector<SSource> interfaces;
+  std::vector<SInterfaceSource> interfaces;
   std::vector<SSource> dependsOn;
 };
 

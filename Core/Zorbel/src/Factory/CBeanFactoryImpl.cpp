@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Errors/Raise.h"
+#include "Errors/SharedOrigins.h"
 #include "Resolution/CBeanResolution.h"
 #include "Services/CServiceConfig.h"
 #include "Threads/ThreadState.h"
@@ -23,7 +24,7 @@ struct SUnlock {
 
 void WarnOfException(const char* name) noexcept {
   try {
-    Internal::Warn(logger, {kFactoryFile, kResolutionFunction},
+    Internal::Warn(logger, {Internal::kFactoryFile, Internal::kResolutionFunction},
                    L"Could not resolve bean '%s', unknown exception was thrown", std::string_view(name));
   } catch (...) {
     // Memory for the line cannot be had; the empty result has to tell.
@@ -58,7 +59,7 @@ class CBeanFactoryImpl::CCall {
   /// Throws: `CException` when the lock cannot be had.
   explicit CCall(CBeanFactoryImpl& factory) : CCall(factory, "") {
     if (!HasLock()) {
-      Internal::Raise({kFactoryFile, "Zorbel::CBeanFactoryImpl::CCall"},
+      Internal::Raise({Internal::kFactoryFile, "Zorbel::CBeanFactoryImpl::CCall"},
                       L"Factory is requested on threads that wait for each other (%s)", AnsiToWide(m_circle));
     }
   }
@@ -116,7 +117,7 @@ SBean CBeanFactoryImpl::GetBeanWrapper(const char* name, const SLibrary* library
 SBean CBeanFactoryImpl::Resolve(const char* name, const SLibrary* library) {
   const CCall call(*this, name);
   if (!call.HasLock()) {
-    Internal::Warn(logger, {kFactoryFile, kResolutionFunction},
+    Internal::Warn(logger, {Internal::kFactoryFile, Internal::kResolutionFunction},
                    L"Bean '%s' requested on two threads that wait for each other (%s)", std::string_view(name),
                    call.GetCircle());
     return {};
@@ -341,7 +342,7 @@ void CBeanFactoryImpl::ReleaseServices() noexcept {
 CBeanFactoryImpl& CBeanFactoryImpl::operator=(CBeanFactoryImpl&& source) {  // NOLINT(*-noexcept-move-constructor)
   const CCall call(*this);
   if (m_state) {
-    Internal::Raise({kFactoryFile, "Zorbel::CBeanFactoryImpl::operator ="}, L"Internal error");
+    Internal::Raise({Internal::kFactoryFile, "Zorbel::CBeanFactoryImpl::operator ="}, L"Internal error");
   }
   const Internal::CServicesLock services(m_servicesLock);
   m_state = std::move(source.m_state);

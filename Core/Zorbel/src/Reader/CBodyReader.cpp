@@ -22,22 +22,14 @@ CStringT<char> Unqualified(const CStringT<char>& method) {
   return colon > 0 ? method.Mid(colon + 1) : method;
 }
 
-// What could not be substituted has been told, and has its pattern still: no more is to be said about it.
-template <class C>
-bool IsTold(const CStringT<C>& substituted, const SWhere& where) {
-  return where.variables != nullptr && substituted.Find('%') >= 0;
-}
-
 }  // namespace
 
-void CBodyReader::parseLibrary(const XMLNode& root, const SOpenFile* file) {
-  m_file = file;
+void CBodyReader::parseLibrary(const XMLNode& root, const std::wstring& fileName) {
   ForEachChild(root, "library", [&](const XMLNode& node) {
     const char* path = OrEmpty(node.getAttribute("path"));
     if (*path == '\0') {
       m_reading.Report({"library-path", "Zorbel::CXMLResource::parseLibrary"}, SWhere{node, nullptr, "path"},
-                       L"Error (path not found) when parsing library in file '%s'",
-                       file != nullptr ? file->name : std::wstring());
+                       L"Error (path not found) when parsing library in file '%s'", fileName);
     }
     SLibrary* library = FindOrAddLibrary(path, node, nullptr);
     const XMLNode beans = node.getChildNode("beans");
@@ -76,6 +68,7 @@ SLibrary* CBodyReader::parseBean(const XMLNode& node, SDraft& draft, const SScop
 // Behind an "@" that is not the first character stands the path of the library that the bean belongs to.
 SLibrary* CBodyReader::parseClass(const XMLNode& node, SBeanDescription& bean, const SScope& scope,
                                   const char* inlineName) {
+  const unsigned int failed = m_reading.CountFailedTexts();
   bean.className = m_reading.NarrowAttribute(node, "class", scope.variables);
   if (bean.className.IsEmpty()) {
     parseName(node, bean, scope, inlineName);
@@ -83,7 +76,7 @@ SLibrary* CBodyReader::parseClass(const XMLNode& node, SBeanDescription& bean, c
                      L"Missing class name when parsing type '%s'", AnsiToWide(bean.name.GetString()));
   }
   const int at = bean.className.Find('@');
-  if (at <= 0) {
+  if (at <= 0 || m_reading.CountFailedTexts() != failed) {
     return scope.library;
   }
   SLibrary* library = FindOrAddLibrary(bean.className.Mid(at + 1), node, scope.variables);
@@ -117,12 +110,13 @@ bool CBodyReader::StringToBool(const char* text, bool otherwise, const SWhere& w
   if (plain == "true" || plain == "false") {
     return plain == "true";  // most texts
   }
+  const unsigned int failed = m_reading.CountFailedTexts();
   const CStringT<wchar_t> substituted = m_reading.Substitute(text, where);
   const std::wstring_view value = substituted.GetString();
   if (value == L"true" || value == L"false") {
     return value == L"true";
   }
-  if (!IsTold(substituted, where)) {
+  if (m_reading.CountFailedTexts() == failed) {  // otherwise it is told
     m_reading.Report({"flag", "StringToBool"}, where, L"Value of bool parameter must be 'true' or 'false'");
   }
   return otherwise;
@@ -161,20 +155,22 @@ void CBodyReader::parseProvides(const XMLNode& node, SDraft& draft, const SScope
 // The library comes first: its module may register the interface's type id when it is loaded.
 void CBodyReader::parseInterfaces(const XMLNode& node, SDraft& draft, const SScope& scope) {
   const SWhere where{node, scope.variables};
-  m_reading.environment.UseLibrary(*scope.library,
-                                   m_file != nullptr ? m_declarations.FirstBeanOf(*m_file, *scope.library) : 0);
+  m_reading.environment.UseLibrary(*scope.library, m_declarations.FirstBean(*scope.library));
+  const unsigned int failed = m_reading.CountFailedTexts();
   const CStringT<char> name = m_reading.SubstituteNarrow(node.getText(), where);
   if (name.IsEmpty()) {
     m_reading.Report({"interface", "Zorbel::CXMLResource::parseInterfaces"}, where,
                      L"Error while parsing interface: Missing interface name");
     return;
   }
-  if (IsTold(name, where)) {
-    return;
+  if (m_reading.CountFailedTexts() != failed) {
+    return;  // told
   }
   if (const std::optional<CStringT<char>> typeId = m_reading.environment.FindTypeId(name)) {
     draft.bean.interfaces.push_back(*typeId);
-    NoteSource(draft, &SBeanSource::interfaces, node, scope);
+    if (draft.source) {
+      draft.source->interfaces.push_back({m_reading.SourceOf(node, scope.variables), name.GetString()});
+    }
   } else {
     m_reading.Report({"unknown-interface", "Zorbel::CXMLResource::parseInterfaces"}, where,
                      L"No type id for class '%s' registered", AnsiToWide(name.GetString()));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "Document/SDocument.h"
@@ -19,8 +20,8 @@ class CBodyReader {
   CBodyReader(CReading& reading, SDocument& document, CDeclarations& declarations)
       : m_reading(reading), m_document(document), m_declarations(declarations) {}
 
-  /// Reads the libraries of a root element. The file is null for a text.
-  void parseLibrary(const XMLNode& root, const SOpenFile* file);
+  /// Reads the libraries of a root element. The file's name is empty for a text.
+  void parseLibrary(const XMLNode& root, const std::wstring& fileName);
 
  private:
   /// A bean in the making; the source is there when somebody asks for it.
@@ -67,7 +68,6 @@ class CBodyReader {
   CReading& m_reading;
   SDocument& m_document;
   CDeclarations& m_declarations;
-  const SOpenFile* m_file = nullptr;
 };
 
 }  // namespace Zorbel::Internal

@@ -1,19 +1,20 @@
 #include "Reader/CDeclarations.h"
 
 #include <algorithm>
-#include <set>
-#include <string_view>
+#include <utility>
 
 namespace Zorbel::Internal {
 
-void CDeclarations::ExpectFile() {
-  if (!m_hasBeans || m_notesNames) {
-    return;
+// From the first file opened behind a bean on it matters who has declared a name. The files that have declared beans
+// before lie inside each other, where any may.
+void CDeclarations::OpenFile(SOpenFile& file) {
+  file.firstMention = file.namedMentions = m_mentions.size();
+  if (m_hasBeans && !m_notesNames) {
+    for (const auto& [path, known] : m_libraries) {
+      NoteNames(known);
+    }
+    m_notesNames = true;
   }
-  for (const auto& [path, known] : m_libraries) {
-    NoteNames(known);
-  }
-  m_notesNames = true;
 }
 
 // The beans from one mention to the next one are those of its file.
@@ -41,7 +42,8 @@ SLibrary& CDeclarations::FindOrAddLibrary(const char* path) {
 
 void CDeclarations::Mention(SKnownLibrary& known) {
   if (known.mentions.empty() || known.mentions.back().file != m_file->number) {
-    known.mentions.push_back({m_file->number, m_mentionCount++, known.library->beans.size()});
+    m_mentions.push_back({&known, known.mentions.size()});
+    known.mentions.push_back({m_file->number, known.library->beans.size()});
   }
 }
 
@@ -68,53 +70,41 @@ void CDeclarations::NoteName(const CStringT<char>& name) {
   last = m_file->number;
 }
 
-// All mentions from the first one in the file on stand in it or in what it includes.
-const CDeclarations::SMention* CDeclarations::FirstMention(const SLibrary& library, const SOpenFile& file) const {
-  const std::vector<SMention>& mentions = m_libraries.at(library.path.GetString()).mentions;
-  const auto found = std::partition_point(mentions.begin(), mentions.end(),
-                                          [&](const SMention& mention) { return mention.file < file.number; });
-  return found != mentions.end() ? &*found : nullptr;
-}
-
-std::size_t CDeclarations::FirstBeanOf(const SOpenFile& file, const SLibrary& library) const {
-  if (file.outer == nullptr) {
+// While the file is read, all mentions from the first one in it on stand in it or in what it includes.
+std::size_t CDeclarations::FirstBean(const SLibrary& library) const {
+  if (!IsIncluded()) {
     return 0;
   }
-  const SMention* first = FirstMention(library, file);
-  return first != nullptr ? first->firstBean : library.beans.size();
+  const std::vector<SMention>& mentions = m_libraries.at(library.path.GetString()).mentions;
+  return std::partition_point(mentions.begin(), mentions.end(),
+                              [this](const SMention& mention) { return mention.file < m_file->number; })
+      ->firstBean;
 }
 
-std::vector<std::pair<const CDeclarations::SMention*, const SLibrary*>> CDeclarations::MentionsIn(
-    const SOpenFile& file) const {
-  std::vector<std::pair<const SMention*, const SLibrary*>> found;
-  for (const SLibrary& library : m_document.libraries) {
-    if (const SMention* first = FirstMention(library, file)) {
-      found.emplace_back(first, &library);
+// The outer file keeps them: later includes only add to them.
+void CDeclarations::NameBeansBefore(const SOpenFile& file) const {
+  SOpenFile& outer = *file.outer;
+  for (; outer.namedMentions < file.firstMention; ++outer.namedMentions) {
+    const auto& [known, mention] = m_mentions[outer.namedMentions];
+    const bool isLast = mention + 1 == known->mentions.size();
+    const std::size_t end = isLast ? known->library->beans.size() : known->mentions[mention + 1].firstBean;
+    for (std::size_t i = known->mentions[mention].firstBean; i < end; ++i) {
+      outer.beanNames.insert(known->library->beans[i].name.GetString());
     }
   }
-  std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.first->order < b.first->order; });
-  return found;
-}
-
-std::set<std::string_view> CDeclarations::NamesBefore(const SOpenFile& file) const {
-  std::set<std::string_view> names;
-  for (const SLibrary& library : m_document.libraries) {
-    const SMention* first = FirstMention(library, file);
-    const std::size_t end = first != nullptr ? first->firstBean : library.beans.size();
-    for (std::size_t i = FirstBeanOf(*file.outer, library); i < end; ++i) {
-      names.insert(library.beans[i].name.GetString());
-    }
-  }
-  return names;
 }
 
 std::vector<CDeclarations::SDeclared> CDeclarations::FindOverrides(const SOpenFile& file) const {
-  const std::set<std::string_view> before = NamesBefore(file);
+  NameBeansBefore(file);
   std::vector<SDeclared> overrides;
-  for (const auto& [first, library] : MentionsIn(file)) {
-    for (std::size_t i = first->firstBean; i < library->beans.size(); ++i) {
-      if (before.contains(library->beans[i].name.GetString())) {
-        overrides.push_back({library, i});
+  std::unordered_set<const SKnownLibrary*> seen;
+  for (std::size_t next = file.firstMention; next < m_mentions.size(); ++next) {
+    const auto& [known, mention] = m_mentions[next];
+    const auto& beans = known->library->beans;
+    for (std::size_t i = seen.insert(known).second ? known->mentions[mention].firstBean : beans.size();
+         i < beans.size(); ++i) {
+      if (file.outer->beanNames.contains(beans[i].name.GetString())) {
+        overrides.push_back({known->library, i});
       }
     }
   }

@@ -3,10 +3,8 @@
 #include <Zorbel/CStringT.h>
 
 #include <cstddef>
-#include <set>
 #include <string_view>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 #include "BasePool/CbMap.h"
@@ -27,28 +25,27 @@ class CDeclarations {
 
   explicit CDeclarations(SDocument& document) : m_document(document) {}
 
-  /// The file that what follows is declared in; null for a text.
-  void SetFile(SOpenFile* file) { m_file = file; }
+  /// A file begins, whose includes come first.
+  void OpenFile(SOpenFile& file);
 
-  /// To be called before a file is read. From then on it matters who has declared a name: the files that have declared
-  /// beans before lie inside each other, where any may.
-  void ExpectFile();
+  /// What follows is declared in the file; before the first call, in a text.
+  void SetFile(SOpenFile& file) { m_file = &file; }
 
   SLibrary& FindOrAddLibrary(const char* path);
   void AddBean(SLibrary& library, SBeanDescription&& bean);
 
-  /// Returns the position of the first of the library's beans that the file or one that it includes declares.
-  std::size_t FirstBeanOf(const SOpenFile& file, const SLibrary& library) const;
+  /// Returns the position of the first of the library's beans that the file set, or one that it includes, declares.
+  std::size_t FirstBean(const SLibrary& library) const;
 
-  /// Returns the beans of a file that has been read, and of those that it includes, which earlier includes of the outer
-  /// file have declared, library by library in the order in which the file names them.
+  /// Returns the beans of a file, and of those that it includes, which earlier includes of the outer file have
+  /// declared, library by library in the order in which the file names them. Requires: the file has just been read, and
+  /// is an include.
   std::vector<SDeclared> FindOverrides(const SOpenFile& file) const;
 
  private:
   /// A library as one file names it. A file that names it once more behind its includes has another one.
   struct SMention {
     unsigned int file;
-    unsigned int order;  // of all mentions
     std::size_t firstBean;
   };
 
@@ -57,19 +54,22 @@ class CDeclarations {
     std::vector<SMention> mentions;  // in included files
   };
 
+  struct SMentioned {
+    const SKnownLibrary* known;
+    std::size_t mention;
+  };
+
   bool IsIncluded() const { return m_file != nullptr && m_file->outer != nullptr; }
   void Mention(SKnownLibrary& known);
   void NoteNames(const SKnownLibrary& known);
   void NoteName(const CStringT<char>& name);
-  const SMention* FirstMention(const SLibrary& library, const SOpenFile& file) const;
-  std::vector<std::pair<const SMention*, const SLibrary*>> MentionsIn(const SOpenFile& file) const;
-  std::set<std::string_view> NamesBefore(const SOpenFile& file) const;
+  void NameBeansBefore(const SOpenFile& file) const;
 
   SDocument& m_document;
   SOpenFile* m_file = nullptr;
   std::unordered_map<std::string_view, SKnownLibrary> m_libraries;  // by path
+  std::vector<SMentioned> m_mentions;                               // of all libraries, in their order
   CbMap<CStringT<char>, unsigned int> m_fileOfBean;                 // the last one, of those that are included
-  unsigned int m_mentionCount = 0;
   bool m_hasBeans = false;
   bool m_notesNames = false;
 };

@@ -65,11 +65,12 @@ void CDocumentReader::ReadText(const char* xml) {
     return;
   }
   const CSourceRecorder::CFile noted(m_reading.GetSources(), nullptr);
-  m_body.parseLibrary(Parse({xml}, nullptr), nullptr);
+  m_body.parseLibrary(Parse({xml}, nullptr), {});
 }
 
 void CDocumentReader::ReadFile(const wchar_t* name) {
   SOpenFile file{name};
+  const CSourceRecorder::CFile noted(m_reading.GetSources(), &file);
   Read(file);
 }
 
@@ -80,12 +81,12 @@ void CDocumentReader::Read(SOpenFile& file) {
   }
   std::string bytes;
   const bool found = ReadBytes(file, bytes);
-  const CSourceRecorder::CFile noted(m_reading.GetSources(), &file);
+  const CSourceRecorder::CFile noted(file.outer != nullptr ? m_reading.GetSources() : nullptr, &file);
   const XMLNode root = found ? ParseBytes(std::move(bytes), file) : XMLNode();
   ReadIncludes(root, file);
   m_openNames.erase(resolvedName);
-  m_declarations.SetFile(&file);
-  m_body.parseLibrary(root, &file);
+  m_declarations.SetFile(file);
+  m_body.parseLibrary(root, file.name);
 }
 
 // Documents that include each other, and chains that would exhaust the stack, end here.
@@ -107,7 +108,7 @@ bool CDocumentReader::Open(SOpenFile& file, const std::wstring& resolvedName) {
   }
   file.number = ++m_fileCount;
   m_openNames.insert(resolvedName);
-  m_declarations.ExpectFile();
+  m_declarations.OpenFile(file);
   return true;
 }
 
@@ -158,14 +159,14 @@ void CDocumentReader::ReportOverrides(const SOpenFile& file) {
   }
 }
 
-// The place is that of the include.
+// The place is that of the include, if there is one.
 template <class... Texts>
 void CDocumentReader::ReportFile(const SFault& fault, const SOpenFile& file, const wchar_t* format,
                                  const Texts&... texts) {
   if (file.include != nullptr) {
     m_reading.Report(fault, SWhere{*file.include, nullptr, "path"}, format, texts...);
   } else {
-    m_reading.Report(fault, SSource(), format, texts...);
+    m_reading.Report(fault, STextPosition(), format, texts...);
   }
 }
 

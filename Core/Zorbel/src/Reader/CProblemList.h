@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <set>
 #include <string>
 #include <tuple>
@@ -9,21 +10,28 @@
 
 namespace Zorbel::Internal {
 
-/// Takes note of the problems of a document, for those who want to know them all. Where sources are asked for, what is
-/// wrong in every pass of a loop, or whenever its file is included, is one problem, the first of those.
+/// Takes note of the problems of a document, for those who want to know them all. What is wrong in every pass of a
+/// loop, or whenever its file is included, is one problem, the first of those.
 class CProblemList : public IProblemHandler {
  public:
+  static constexpr std::size_t kMostProblems = 10'000;
+
   void Handle(const SProblem& problem) override;
   std::wstring NameOf(const char* bean) override;
 
   /// In the order in which they were found.
   const std::vector<SProblem>& GetProblems() const { return m_problems; }
 
+  /// False when there are more.
+  bool IsComplete() const { return m_complete; }
+
  private:
-  using Key = std::tuple<std::string, std::wstring, unsigned int, unsigned int>;  // code, file, line, column
+  // Code, file, line, column, attribute; the text where no place is known.
+  using Key = std::tuple<std::string, std::wstring, unsigned int, unsigned int, std::string, std::wstring>;
 
   std::vector<SProblem> m_problems;
   std::set<Key> m_found;
+  bool m_complete = true;
 };
 
 }  // namespace Zorbel::Internal

@@ -7,6 +7,7 @@ namespace Zorbel::Internal {
 namespace {
 
 constexpr const char* kSubstitute = "Substitute";
+constexpr unsigned int kMostEndlessTexts = 100;  // in one load; they take long, and loops have as many as passes
 
 // Such a text is the same in all forms.
 bool IsPlain(const char* text, bool hasVariables) {
@@ -25,7 +26,7 @@ CStringT<wchar_t> CReading::Substitute(const char* text, const SWhere& where) {
     return {};
   }
   const std::wstring decoded = Platform::Utf8ToWideLossy(text);
-  if (where.variables == nullptr) {
+  if (where.variables == nullptr || m_endlessTexts == kMostEndlessTexts) {
     return decoded.c_str();
   }
   std::wstring expanded;
@@ -45,11 +46,13 @@ CStringT<char> CReading::SubstituteNarrow(const char* text, const SWhere& where)
 }
 
 void CReading::ReportExpansion(EExpansion outcome, const std::wstring& text, const SWhere& where) {
+  ++m_failedTexts;
   if (outcome == EExpansion::kLoneSign) {
     Report({"pattern", kSubstitute}, where, L"Invalid substitution pattern");
   } else if (outcome == EExpansion::kUnknownVariable) {
     Report({"unknown-variable", kSubstitute}, where, L"Missing substitution");
   } else {
+    ++m_endlessTexts;
     Report({"endless-substitution", kSubstitute}, where, L"Substitution of '%s' does not end", text);
   }
 }
@@ -76,6 +79,7 @@ void CReading::Locate(SProblem& problem, const SWhere& where) const {
   }
   const SSource source = m_sources->SourceOf(where.node, where.variables);
   Locate(problem, source);
+  problem.attribute = where.attribute;
   if (const SExtent* attribute =
           where.attribute != nullptr ? source.element->FindAttribute(where.attribute) : nullptr) {
     problem.extent = *attribute;

@@ -55,6 +55,9 @@ class CReading {
   /// Likewise, in the narrow form of names.
   CStringT<char> SubstituteNarrow(const char* text, const SWhere& where);
 
+  /// Returns how many texts could not be had so far. What depends on such a one is not told, too.
+  unsigned int CountFailedTexts() const { return m_failedTexts; }
+
   /// Returns the value of an attribute, likewise; empty when it is absent.
   CStringT<char> NarrowAttribute(const XMLNode& node, const char* attribute, const SVariable* variables) {
     const char* text = node.getAttribute(attribute);
@@ -81,6 +84,8 @@ class CReading {
 
   IProblemHandler& m_problems;
   CSourceRecorder* m_sources;
+  unsigned int m_failedTexts = 0;
+  unsigned int m_endlessTexts = 0;
 };
 
 }  // namespace Zorbel::Internal

@@ -25,6 +25,7 @@ struct SProblem {
   // Known to those who ask for sources:
   const SSourceFile* file = nullptr;
   SExtent extent;
+  const char* attribute = nullptr;    ///< of the element there, which may lack it; null for none
   const SSourcePass* pass = nullptr;  ///< of the loops around it, innermost first
 };
 

@@ -1,8 +1,11 @@
 // Merging: what a document declares into the registry.
 
 #include <cstddef>
+#include <list>
 #include <memory>
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include "Registry/CRegistry.h"
 #include "Services/CServiceConfig.h"

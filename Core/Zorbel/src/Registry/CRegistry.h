@@ -49,9 +49,9 @@ class CRegistry {
  private:
   class CMerge;
 
-  struct SLibraryRecord : SProcessedLibrary {
-    SLibrary* declared = nullptr;
-    std::size_t order = 0;  // position among the libraries
+  struct SLibraryRecord : SLibraryProgress {
+    SLibrary* declared = nullptr;  // the same one, which merging adds to
+    std::size_t order = 0;         // position among the libraries
   };
 
   const CStringT<char>* FindOverride(const SDocument& document) const;

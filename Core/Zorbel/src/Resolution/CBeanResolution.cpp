@@ -3,6 +3,7 @@
 #include <string>
 
 #include "Errors/Raise.h"
+#include "Errors/SharedOrigins.h"
 #include "Platform/Thread.h"
 #include "Resolution/LiveInstances.h"
 #include "Values/CArgumentList.h"
@@ -13,7 +14,9 @@ namespace {
 
 const Logging::CLogger logger(L"Zorbel");
 
-Internal::SOrigin Here(unsigned int line = __builtin_LINE()) { return {kFactoryFile, kResolutionFunction, line}; }
+Internal::SOrigin Here(unsigned int line = __builtin_LINE()) {
+  return {Internal::kFactoryFile, Internal::kResolutionFunction, line};
+}
 
 template <class... Names>
 bool GiveUp(const Internal::SOrigin& origin, const wchar_t* format, const Names&... names) {

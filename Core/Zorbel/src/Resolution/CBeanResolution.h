@@ -2,6 +2,7 @@
 
 #include <Zorbel/IBeanFactory.h>
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -11,10 +12,6 @@
 #include "Threads/ThreadState.h"
 
 namespace Zorbel {
-
-/// The origin of the warnings of bean resolution: it is a part of the factory, and its lines say so.
-inline constexpr const char* kFactoryFile = "Core/Zorbel/src/CBeanFactoryImpl";
-inline constexpr const char* kResolutionFunction = "Zorbel::CBeanFactoryImpl::GetBeanWrapper";
 
 /// One request for a bean. Runs under the factory's lock. What it made is released with it, unless it succeeded.
 class CBeanResolution {
