@@ -125,7 +125,7 @@ TEST(XmlParser, WalksVisitTheChildrenOfTheirNamesInOrder) {
   EXPECT_TRUE(root.getChildNode("a", &nextA).isEmpty() && root.getChildNode("b", &nextB).isEmpty());
 }
 
-TEST(XmlParser, RangesAreThoseOfElementsTagsAndAttributes) {
+TEST(XmlParser, RangesAreThoseOfElementsAndAttributes) {
   const std::string start = "<!DOCTYPE a [<!ENTITY a '<a>'>]><b/><zorbel>\xE2\x82\xAC<b><a/></b>";
   const std::tuple<std::string, std::string, std::vector<std::string>> cases[] = {
       // a tag, what belongs to the element behind it, and the attributes
@@ -140,11 +140,10 @@ TEST(XmlParser, RangesAreThoseOfElementsTagsAndAttributes) {
     std::vector<XMLFailure> failures;
     const XMLNode node = XMLNode::parseLocated(text.c_str(), "zorbel", failures).getChildNode("a");
     EXPECT_EQ(std::tuple(node.getPosition(), node.getRange().begin), std::tuple(5U, start.size()));
-    EXPECT_EQ(std::tuple(piece(node.getTagRange()), piece(node.getRange())), std::tuple(tag, tag + rest));
+    EXPECT_EQ(piece(node.getRange()), tag + rest);
     ASSERT_EQ(node.getAttributeCount(), static_cast<int>(attributes.size()));
     for (int i = 0; i < node.getAttributeCount(); ++i) {
       EXPECT_EQ(piece(node.getAttributeRange(i)), attributes[i]);
-      EXPECT_EQ(piece(node.getAttributeRange(node.getAttributeName(i))), attributes[0]);  // the first of equal ones
     }
   }
 }

@@ -197,30 +197,12 @@ const char* XMLNode::getAttributeName(int index) const {
   return m_tree->attributes[m_tree->elements[m_element].firstAttribute + static_cast<std::uint32_t>(index)].name;
 }
 
-const XmlParser::SElementPlace* XMLNode::FindPlace() const {
-  return isEmpty() || m_tree->places.elements.empty() ? nullptr : &m_tree->places.elements[m_element];
-}
-
 XMLRange XMLNode::getRange() const {
-  const auto* place = FindPlace();
-  return place != nullptr ? XMLRange{place->tag.begin, place->end} : XMLRange{};
-}
-
-XMLRange XMLNode::getTagRange() const {
-  const auto* place = FindPlace();
-  return place != nullptr ? place->tag : XMLRange{};
-}
-
-XMLRange XMLNode::getAttributeRange(const char* name) const {
-  for (int i = 0; i < getAttributeCount(); ++i) {
-    if (IsName(getAttributeName(i), name)) {
-      return getAttributeRange(i);
-    }
-  }
-  return {};
+  return isEmpty() || m_tree->places.elements.empty() ? XMLRange{} : m_tree->places.elements[m_element];
 }
 
 XMLRange XMLNode::getAttributeRange(int index) const {
   const std::uint32_t first = m_tree->elements[m_element].firstAttribute;
-  return FindPlace() != nullptr ? m_tree->places.attributes[first + static_cast<std::uint32_t>(index)] : XMLRange{};
+  const std::vector<XMLRange>& places = m_tree->places.attributes;
+  return places.empty() ? XMLRange{} : places[first + static_cast<std::uint32_t>(index)];
 }

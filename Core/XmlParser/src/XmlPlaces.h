@@ -7,14 +7,9 @@
 
 namespace XmlParser {
 
-struct SElementPlace {
-  XMLRange tag;  // the start tag
-  std::size_t end = 0;
-};
-
 /// Where things stand in the text: both lists are empty where nobody asks, and go with those of the tree otherwise.
 struct SPlaces {
-  std::vector<SElementPlace> elements;
+  std::vector<XMLRange> elements;
   std::vector<XMLRange> attributes;
 };
 
@@ -47,7 +42,7 @@ class CPlaceNotes {
     if (kind == ETag::kStart) {
       m_open.push_back(m_places.elements.size());
     }
-    m_places.elements.push_back({tag, tag.end});
+    m_places.elements.push_back(tag);
   }
 
   bool TakesFailure(const XMLFailure& failure) {

@@ -44,9 +44,8 @@ struct XMLFailure {
 };
 
 namespace XmlParser {
-struct SElementPlace;
 struct STree;
-}  // namespace XmlParser
+}
 
 /// An element of a parsed document, or none. Names are compared without regard to ASCII letter case; texts keep the
 /// document's bytes.
@@ -101,19 +100,13 @@ class XMLNode {
   /// ranges are empty for an empty node and in documents read by `parseString`.
   XMLRange getRange() const;
 
-  /// Returns likewise the range of the start tag alone.
-  XMLRange getTagRange() const;
-
-  /// Returns the range of an attribute, the first of that name or the one at `index`, from its name to behind the
-  /// closing quote; empty when there is none of that name.
-  XMLRange getAttributeRange(const char* name) const;
+  /// Returns the range of the attribute at `index`, from its name to behind the closing quote.
   XMLRange getAttributeRange(int index) const;
 
  private:
   XMLNode(std::shared_ptr<const XmlParser::STree> tree, std::uint32_t element);
 
   XMLNode NextOf(const char* name, std::uint32_t candidate) const;
-  const XmlParser::SElementPlace* FindPlace() const;
 
   std::shared_ptr<const XmlParser::STree> m_tree;
   std::uint32_t m_element = 0;

@@ -66,7 +66,7 @@ void CBodyReader::parseValue(const XMLNode& node, SArgumentDescription& argument
                              const SScope& scope) {
   const char* type = node.getAttribute("type");
   if (type == nullptr) {
-    m_reading.Report({"value-type", kArgumentFunction}, SWhere{node, scope.variables},
+    m_reading.Report({"value-type", kArgumentFunction}, SWhere{node, scope.variables, "type"},
                      L"Error while parsing arguments of bean '%s': Type is not defined", Wide(bean.name));
   }
   argument.kind = m_reading.SubstituteNarrow(type, {node, scope.variables, "type"});
@@ -125,7 +125,7 @@ void CBodyReader::parseProperty(const XMLNode& node, SDraft& draft, const SScope
   constexpr const char* kPropertyFunction = "Zorbel::CXMLResource::parseProperty";
   const char* name = node.getAttribute("name");
   if (!HasText(name)) {
-    m_reading.Report({"property-name", kPropertyFunction}, SWhere{node, scope.variables},
+    m_reading.Report({"property-name", kPropertyFunction}, SWhere{node, scope.variables, "name"},
                      L"Error while parsing property: There is no valid attribute 'name'");
   }
   SPropertyDescription& property = draft.bean.properties.emplace_back();

@@ -26,7 +26,11 @@ CStringT<wchar_t> CReading::Substitute(const char* text, const SWhere& where) {
     return {};
   }
   const std::wstring decoded = Platform::Utf8ToWideLossy(text);
-  if (where.variables == nullptr || m_endlessTexts == kMostEndlessTexts) {
+  if (where.variables == nullptr || decoded.find(L'%') == std::wstring::npos) {
+    return decoded.c_str();
+  }
+  if (m_endlessTexts == kMostEndlessTexts) {
+    ++m_failedTexts;
     return decoded.c_str();
   }
   std::wstring expanded;

@@ -55,14 +55,14 @@ class CReading {
   /// Likewise, in the narrow form of names.
   CStringT<char> SubstituteNarrow(const char* text, const SWhere& where);
 
-  /// Returns how many texts could not be had so far. What depends on such a one is not told, too.
-  unsigned int CountFailedTexts() const { return m_failedTexts; }
-
   /// Returns the value of an attribute, likewise; empty when it is absent.
   CStringT<char> NarrowAttribute(const XMLNode& node, const char* attribute, const SVariable* variables) {
     const char* text = node.getAttribute(attribute);
     return text != nullptr ? SubstituteNarrow(text, {node, variables, attribute}) : CStringT<char>();
   }
+
+  /// Returns how many texts could not be had so far. What depends on such a one is not told, too.
+  unsigned int CountFailedTexts() const { return m_failedTexts; }
 
   /// Returns where a record that is read from `node` comes from. Requires: somebody asks.
   SSource SourceOf(const XMLNode& node, const SVariable* variables);
